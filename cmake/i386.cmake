@@ -1,0 +1,6 @@
+# 32-bit x86 Linux on a 64-bit or 32-bit Debian host with g++-multilib.
+set(CMAKE_C_FLAGS_INIT -m32)
+set(CMAKE_CXX_FLAGS_INIT -m32)
+set(CMAKE_LIBRARY_ARCHITECTURE i386-linux-gnu)
+set(CMAKE_C_LIBRARY_ARCHITECTURE i386-linux-gnu)
+set(CMAKE_CXX_LIBRARY_ARCHITECTURE i386-linux-gnu)

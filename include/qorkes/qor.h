@@ -1,0 +1,173 @@
+/* Vector mathematics: elementary functions on whole arrays.
+ *
+ * Every kernel applies one function to n elements and writes n results:
+ *
+ *     double a[3] = {1.0, 4.0, -9.0}, y[3];
+ *     _qordSqrt_HA(3, a, y);              // 1, 2, NaN
+ *     int status = _qorGetErrStatus();    // QOR_STATUS_ERRDOM, from the third element
+ *
+ * Names: _qor, d or s for double or float, the function, the accuracy. Double kernels
+ * come as HA (high) and 50, float kernels as HA, 21 and 11; where a second algorithm
+ * was not worth having, the lower accuracy is another name for the same kernel and
+ * reports under the name of the kernel that does the work.
+ *
+ * Arguments: n of 0 and below does nothing. Pointers are not tested. Arrays need no
+ * alignment. The result array may be an argument array; arrays may not overlap in any
+ * other way. The caller's x87 control word and MXCSR are back on return, and results
+ * do not depend on them except where a function says so.
+ *
+ * A special element gets its defined result and a report (below); the kernel then goes
+ * on with the next one. Kernels are reentrant.
+ */
+#ifndef QORKES_QOR_H
+#define QORKES_QOR_H
+
+#include <qorkes/api.h>
+
+/* ---- Status, mode and reports ------------------------------------------------------
+ *
+ * Each thread has a status word (the code of the last element reported, never cleared
+ * by a kernel), a mode word and an error callback. A report
+ *   1. stores its code in the status word;
+ *   2. ends there, if the mode's error byte is exactly QorModeErrIgnore;
+ *   3. calls the callback, if the mode has QorModeErrCallback and one is set. An answer
+ *      other than 0 ends the report and leaves the result array as it is;
+ *   4. runs the standard handlers that the mode names: errno, text on stderr, exception
+ *      flag of the x87 unit;
+ *   5. stores the record's results in the result arrays: a callback may change them.
+ */
+
+#define QOR_STATUS_OK 0
+#define QOR_STATUS_BADSIZE (-1)  /* for callers of the report entries; no kernel */
+#define QOR_STATUS_BADMEM (-2)   /* for callers of the report entries; no kernel */
+#define QOR_STATUS_ERRDOM 1      /* argument out of domain; errno EDOM, raises invalid */
+#define QOR_STATUS_SING 2        /* singularity; errno ERANGE, raises divide by zero */
+#define QOR_STATUS_OVERFLOW 3    /* errno ERANGE, raises nothing */
+#define QOR_STATUS_UNDERFLOW 4   /* errno ERANGE, raises underflow */
+
+/* The mode word. A new thread has 6658: accuracy 2, errno, exception and callback. */
+#define QorModeAccuracyOne 0x1u
+#define QorModeAccuracyTwo 0x2u
+#define QorModeFpNarrow 0x10u     /* x87 at 53 bits (accuracies 1 and 2), to nearest */
+#define QorModeFpWide 0x20u       /* x87 at 64 bits, to nearest */
+#define QorModeFpRestore 0x30u    /* command: the words from before the first setting */
+#define QorModeErrIgnore 0x100u
+#define QorModeErrErrno 0x200u
+#define QorModeErrStderr 0x400u
+#define QorModeErrExcept 0x800u
+#define QorModeErrCallback 0x1000u
+
+/* What a callback sees of one element. Numbers of a float kernel are widened; for
+ * QOR_STATUS_BADSIZE and QOR_STATUS_BADMEM the four numbers are not set. A kernel with
+ * one input gives it as both arguments, one with one output as both results. The record
+ * is gone when the callback returns. */
+typedef struct QorErrorRecord {
+    int32_t status;
+    int32_t index; /* of the element; for QOR_STATUS_BADSIZE the offending size */
+    double argument1;
+    double argument2;
+    double result1;
+    double result2;
+    char funcName[64];
+    int32_t funcNameLength;
+} QorErrorRecord;
+
+typedef int (*QorErrorCallBack)(QorErrorRecord* record);
+
+/* The calling thread's mode word, and a change of it. The accuracy digit is replaced if
+ * `mode` has one, the whole error byte likewise (so neither can be emptied); then the
+ * floating-point command is carried out on the control words of the thread. The words
+ * to restore are shared by all threads and unguarded. Returns the mode before. */
+QORKES_API int _qorGetMode(void);
+QORKES_API int _qorSetMode(unsigned mode);
+
+/* The status word; the two setters return the value before. */
+QORKES_API int _qorGetErrStatus(void);
+QORKES_API int _qorSetErrStatus(int status);
+QORKES_API int _qorClearErrStatus(void);
+
+/* The callback. Setting one also sets QorModeErrCallback, clearing it clears the bit,
+ * both as _qorSetMode would. The setters return the callback before. */
+QORKES_API QorErrorCallBack _qorGetErrorCallBack(void);
+QORKES_API QorErrorCallBack _qorSetErrorCallBack(QorErrorCallBack callback);
+QORKES_API QorErrorCallBack _qorClearErrorCallBack(void);
+
+/* Reports element `index`, as a kernel does: inputs a and b, provisional results in y
+ * and z, name shorter than 64 bytes. The return value has no meaning. */
+QORKES_API int _qorsError(int status, int index, const float* a, const float* b, float* y,
+                          float* z, const char* name);
+QORKES_API int _qordError(int status, int index, const double* a, const double* b,
+                          double* y, double* z, const char* name);
+
+/* Length of a string; and s1 followed by s2, with its end, in dest: returns the length
+ * of both. */
+QORKES_API int hox_qor_service_strlen1(const char* s);
+QORKES_API int hox_qor_service_strcat1(const char* s1, const char* s2, char* dest);
+
+/* The processor level of this build: 1, for x87, SSE and MMX. */
+QORKES_API int dll_cpu_version(void);
+
+/* ---- Inv: y = 1 / a ----------------------------------------------------------------
+ *
+ * Double: groups of four share one extended-precision division (Montgomery, 1987).
+ * Float: correctly rounded.
+ *
+ *   a = +-0   infinity of the same sign   QOR_STATUS_SING
+ */
+QORKES_API void _qordInv_HA(int n, const double* a, double* y);
+QORKES_API void _qordInv_50(int n, const double* a, double* y);
+QORKES_API void _qorsInv_HA(int n, const float* a, float* y);
+QORKES_API void _qorsInv_21(int n, const float* a, float* y);
+QORKES_API void _qorsInv_11(int n, const float* a, float* y);
+
+/* ---- Div: y = a / b ----------------------------------------------------------------
+ *
+ * As Inv.
+ *
+ *   b = +-0   a / b, infinity or NaN   QOR_STATUS_SING; float: not if a is a NaN
+ */
+QORKES_API void _qordDiv_HA(int n, const double* a, const double* b, double* y);
+QORKES_API void _qordDiv_50(int n, const double* a, const double* b, double* y);
+QORKES_API void _qorsDiv_HA(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsDiv_21(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsDiv_11(int n, const float* a, const float* b, float* y);
+
+/* ---- Sqrt: y = sqrt(a) -------------------------------------------------------------
+ *
+ * Double: table of quadratics for 1/sqrt and one Newton step (Ito, Takagi and Yajima,
+ * "Efficient initial approximation for multiplicative division and square root by a
+ * multiplication with operand modification", 1997, for the class of methods). Float:
+ * the processor's estimate of 1/sqrt and one third-order step.
+ *
+ *   +-0, +infinity        the argument
+ *   NaN                   the NaN, quiet
+ *   negative, -infinity   0x7FF8A5A55A5A5A5A; float: 0xFFC00000   QOR_STATUS_ERRDOM
+ */
+QORKES_API void _qordSqrt_HA(int n, const double* a, double* y);
+QORKES_API void _qordSqrt_50(int n, const double* a, double* y);
+QORKES_API void _qorsSqrt_HA(int n, const float* a, float* y);
+QORKES_API void _qorsSqrt_21(int n, const float* a, float* y);
+QORKES_API void _qorsSqrt_11(int n, const float* a, float* y);
+
+/* One root by the same table (float: by its quadratic alone, good to 1e-8), without a
+ * report, at the precision and rounding that the caller has in force. */
+QORKES_API double _qordsqrt_scalar(double x);
+QORKES_API float _qorssqrt_scalar(float x);
+
+/* ---- InvSqrt: y = 1 / sqrt(a) ------------------------------------------------------
+ *
+ * As Sqrt. A float group of eight with any element that is no positive normal number
+ * is computed by root and division at the caller's x87 precision and rounding.
+ *
+ *   +-0                   infinity of the same sign   QOR_STATUS_SING
+ *   +infinity             +0
+ *   NaN                   the NaN, quiet
+ *   negative, -infinity   0x7FF8A5A55A5A5A5A; float: 0xFFC00000   QOR_STATUS_ERRDOM
+ */
+QORKES_API void _qordInvSqrt_HA(int n, const double* a, double* y);
+QORKES_API void _qordInvSqrt_50(int n, const double* a, double* y);
+QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
+QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
+QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
+
+#endif

@@ -1,0 +1,87 @@
+// 80-bit arithmetic. `ext` keeps what the x87 unit computes at the precision in its
+// control word, from load to store; a value leaves it through round64 or round32 and in
+// no other way. Operations of the unit that the language has no name for stand here.
+#pragma once
+
+#include <common/abi.hpp>
+
+#include <bit>
+
+namespace qorkes {
+
+using ext = long double;
+static_assert(__LDBL_MANT_DIG__ == 64, "ext is the 80-bit format of the x87 unit");
+
+/// Rounds once, by a store in the control word's direction.
+QORKES_INLINE double round64(ext x) { return static_cast<double>(x); }
+QORKES_INLINE float round32(ext x) { return static_cast<float>(x); }
+
+/// True if a constant has exactly this pattern; for static_assert beside constants.
+constexpr bool hasPattern(double x, uint64_t bits) {
+    return std::bit_cast<uint64_t>(x) == bits;
+}
+constexpr bool hasPattern(float x, uint32_t bits) {
+    return std::bit_cast<uint32_t>(x) == bits;
+}
+constexpr bool hasPattern(ext x, uint16_t signAndExponent, uint64_t mantissa) {
+    struct Image {
+        unsigned char byte[sizeof(ext)];
+    };
+    const Image image = std::bit_cast<Image>(x);
+    for (int i = 0; i < 8; ++i)
+        if (image.byte[i] != (mantissa >> 8 * i & 0xFF)) return false;
+    return image.byte[8] == (signAndExponent & 0xFF) &&
+           image.byte[9] == signAndExponent >> 8;
+}
+
+/// The unit's control word: exception masks, precision (bits 0x300), rounding (0xC00).
+/// Volatile, and a barrier for memory; arithmetic may still be moved across a change,
+/// so what computes under it stands in a function of its own.
+QORKES_INLINE uint16_t controlWord() {
+    uint16_t word;
+    asm volatile("fnstcw %0" : "=m"(word)::"memory");
+    return word;
+}
+QORKES_INLINE void setControlWord(uint16_t word) {
+    asm volatile("fldcw %0" ::"m"(word) : "memory");
+}
+
+/// Square root (fsqrt), rounded at the precision in force.
+QORKES_INLINE ext squareRoot(ext x) {
+    asm("fsqrt" : "+t"(x));
+    return x;
+}
+
+/// x rounded to an integer in the direction in force (frndint).
+QORKES_INLINE ext roundToInteger(ext x) {
+    asm("frndint" : "+t"(x));
+    return x;
+}
+
+/// y * log2(x), x positive (fyl2x).
+QORKES_INLINE ext timesLog2(ext y, ext x) {
+    ext result;
+    asm("fyl2x" : "=t"(result) : "0"(x), "u"(y) : "st(1)");
+    return result;
+}
+
+/// 2^x - 1 for x in [-1, 1] (f2xm1).
+QORKES_INLINE ext exp2MinusOne(ext x) {
+    asm("f2xm1" : "+t"(x));
+    return x;
+}
+
+/// x * 2^trunc(k) (fscale).
+QORKES_INLINE ext scaleByPowerOfTwo(ext x, ext k) {
+    asm("fscale" : "+t"(x) : "u"(k));
+    return x;
+}
+
+/// The angle of the point (x, y) (fpatan).
+QORKES_INLINE ext angleOf(ext y, ext x) {
+    ext result;
+    asm("fpatan" : "=t"(result) : "0"(x), "u"(y) : "st(1)");
+    return result;
+}
+
+} // namespace qorkes

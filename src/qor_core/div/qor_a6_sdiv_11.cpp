@@ -1,0 +1,5 @@
+#include <qorkes/qor.h>
+
+void _qorsDiv_11(int n, const float* a, const float* b, float* y) {
+    _qorsDiv_HA(n, a, b, y);
+}

@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsInvSqrt_21(int n, const float* a, float* y) { _qorsInvSqrt_HA(n, a, y); }

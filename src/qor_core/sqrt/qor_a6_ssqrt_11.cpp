@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsSqrt_11(int n, const float* a, float* y) { _qorsSqrt_HA(n, a, y); }
