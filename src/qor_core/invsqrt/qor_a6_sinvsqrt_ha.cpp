@@ -64,9 +64,10 @@ QORKES_INLINE void inverseRootsOfEight(int i, const float* a, float* y) {
     _mm_storeu_ps(y + i + 4, highRoots);
 }
 
+/// In all lanes, so that no lane raises what the element does not.
 QORKES_INLINE void inverseRootOfOne(int i, const float* a, float* y) {
-    const __m128 x = _mm_load_ss(a + i);
-    if (_mm_movemask_ps(specialLanes(x)) & 1) [[unlikely]] {
+    const __m128 x = _mm_load1_ps(a + i);
+    if (_mm_movemask_ps(specialLanes(x))) [[unlikely]] {
         inverseRootsByDivision(i, 1, a, y);
         return;
     }
