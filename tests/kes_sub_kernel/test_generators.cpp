@@ -210,7 +210,7 @@ void checkReals(const Generator& generator, const Rounding& bits, Range<T> range
 TEST_P(EveryGenerator, RealsAreWordsInTheRange) {
     if (generator.step == 0) GTEST_SKIP() << "of another form";
     for (const auto& [a, b] :
-         {Range<double>{0, 1}, {-1.5, 2.25}, {-1e-3, 1.7}, {5, -3e7}}) {
+         {Range<double>{0, 1}, {-1.5, 2.25}, {-1e-4, 3.3}, {5, -3e7}}) {
         checkReals<double>(generator, generator.doubles, {a, b});
         checkReals<float>(generator, generator.singles,
                           {static_cast<float>(a), static_cast<float>(b)});
