@@ -1,0 +1,67 @@
+#include "failure.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <new>
+
+namespace qorkes {
+namespace {
+
+int complain(std::string message, int exitStatus) {
+    std::replace(message.begin(), message.end(), '\n', ' ');
+    std::cerr << "qorkes: " << message << '\n';
+    return exitStatus;
+}
+
+std::vector<std::string> commands(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands({}))
+        names.push_back(command->get_name());
+    return names;
+}
+
+/// The command whose help would have shown the right way.
+std::string helpCommand(const CLI::App& app) {
+    const auto chosen = app.get_subcommands();
+    return chosen.empty() ? "qorkes --help"
+                          : "qorkes " + chosen[0]->get_name() + " --help";
+}
+
+} // namespace
+
+void fail(std::string message, int exitStatus) {
+    throw Failure{std::move(message), exitStatus};
+}
+
+std::string listed(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+    return text;
+}
+
+void failChoice(const std::string& argument, const std::string& given,
+                const std::vector<std::string>& choices) {
+    fail(argument + ": there is no '" + given + "'; there is " + listed(choices));
+}
+
+int runGuarded(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+        if (app.get_subcommands().empty())
+            fail("COMMAND: give one of " + listed(commands(app)));
+        return 0;
+    } catch (const CLI::Success& helpOrVersion) {
+        return app.exit(helpOrVersion);
+    } catch (const CLI::ParseError& error) {
+        return complain(std::string(error.what()) + "; " + helpCommand(app) +
+                            " shows what would be right",
+                        statusOfBadInput);
+    } catch (const Failure& failure) {
+        return complain(failure.message, failure.exitStatus);
+    } catch (const std::bad_alloc&) {
+        return complain("not enough memory for so many numbers", statusOfBadInput);
+    }
+}
+
+} // namespace qorkes
