@@ -182,6 +182,7 @@ void addApply(CLI::App& app) {
     command
         ->add_option("--with-column", options->withColumn,
                      "the column to read of the file of --with")
+        ->needs("--with")
         ->type_name("NAME|N");
     command->add_option("--precision", options->precision, "default: double")
         ->type_name("double|single");
