@@ -170,4 +170,35 @@ QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
 
+/* ---- Pack and Unpack ---------------------------------------------------------------
+ *
+ * Elements of a strided (I), indexed (V) or masked (M) array, gathered side by side or
+ * scattered back:
+ *
+ *     double pairs[6] = {1, 10, 2, 20, 3, 30}, firsts[3];
+ *     _qordPackI(3, pairs, 2, firsts);    // 1, 2, 3
+ *
+ *   PackI     y[i] = a[i * incra]         UnpackI   y[i * incry] = a[i]
+ *   PackV     y[i] = a[ia[i]]             UnpackV   y[iy[i]] = a[i]
+ *   PackM     the a[i] with ma[i] != 0    UnpackM   to the y[i] with my[i] != 0
+ *
+ * for i from 0 to n - 1, ascending; strides and indices count elements and may be 0 or
+ * negative. Nothing is computed and nothing reported; bits are kept, but that a
+ * signaling NaN comes out quiet from _qordPackM and _qordUnpackM. Not checked: pointers,
+ * bounds, overlap, and in the I and V forms n below 0 (one block of eight is moved).
+ * Unselected elements of y stay as they are; the count of selected ones is the caller's.
+ */
+QORKES_API void _qordPackI(int n, const double* a, int incra, double* y);
+QORKES_API void _qordPackV(int n, const double* a, const int* ia, double* y);
+QORKES_API void _qordPackM(int n, const double* a, const int* ma, double* y);
+QORKES_API void _qorsPackI(int n, const float* a, int incra, float* y);
+QORKES_API void _qorsPackV(int n, const float* a, const int* ia, float* y);
+QORKES_API void _qorsPackM(int n, const float* a, const int* ma, float* y);
+QORKES_API void _qordUnpackI(int n, const double* a, double* y, int incry);
+QORKES_API void _qordUnpackV(int n, const double* a, double* y, const int* iy);
+QORKES_API void _qordUnpackM(int n, const double* a, double* y, const int* my);
+QORKES_API void _qorsUnpackI(int n, const float* a, float* y, int incry);
+QORKES_API void _qorsUnpackV(int n, const float* a, float* y, const int* iy);
+QORKES_API void _qorsUnpackM(int n, const float* a, float* y, const int* my);
+
 #endif
