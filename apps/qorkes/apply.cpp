@@ -1,4 +1,5 @@
 // qorkes apply: one function on every number of a file.
+#include "arguments.hpp"
 #include "catalogue.hpp"
 #include "commands.hpp"
 #include "failure.hpp"
@@ -63,13 +64,6 @@ template <class T> void writeReports(const std::vector<int>& lines) {
                   << shortest(static_cast<T>(report.result)) << '\n';
 }
 
-const catalogue::Function& functionOf(const std::string& name) {
-    if (const auto* function = catalogue::find(name.c_str())) return *function;
-    std::vector<std::string> names;
-    for (const auto& function : catalogue::functions()) names.push_back(function.name);
-    failChoice("FUNCTION", name, names);
-}
-
 template <class T, size_t n>
 const catalogue::Kernel<T>& kernelOf(const catalogue::Kernel<T> (&kernels)[n],
                                      const Options& options) {
@@ -85,8 +79,6 @@ const catalogue::Kernel<T>& kernelOf(const catalogue::Kernel<T> (&kernels)[n],
 /// The second argument: one number for all elements, or as many as there are elements.
 template <class T>
 std::vector<T> secondArgument(Form form, size_t n, const Options& options) {
-    if (options.with.empty())
-        fail("--with: give the second argument, a number or a file");
     if (const auto value = parseReal<T>(options.with)) return std::vector<T>(n, *value);
     if (form == Form::arrayAndScalar)
         fail("--with: '" + options.with + "' is not a number, the only thing " +
@@ -143,7 +135,8 @@ void applyKernel(const catalogue::Kernel<T>& kernel, Form form,
 }
 
 void apply(const Options& options) {
-    const auto& function = functionOf(options.function);
+    const auto& function =
+        rowNamed("FUNCTION", options.function, catalogue::functions());
     const bool takesWith =
         function.form == Form::twoToOne || function.form == Form::arrayAndScalar;
     if (takesWith && options.with.empty())
@@ -152,12 +145,10 @@ void apply(const Options& options) {
     if (!takesWith && !options.with.empty())
         fail(std::string("--with: ") + function.name +
              " takes one argument; leave it out");
-    if (options.precision == "double")
-        applyKernel(kernelOf(function.doubles, options), function.form, options);
-    else if (options.precision == "single")
+    if (isSingle(options.precision))
         applyKernel(kernelOf(function.singles, options), function.form, options);
     else
-        failChoice("--precision", options.precision, {"double", "single"});
+        applyKernel(kernelOf(function.doubles, options), function.form, options);
 }
 
 } // namespace

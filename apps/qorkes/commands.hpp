@@ -9,6 +9,7 @@ class App;
 namespace qorkes {
 
 void addApply(CLI::App& app);
+void addDraw(CLI::App& app);
 void addList(CLI::App& app);
 
 } // namespace qorkes

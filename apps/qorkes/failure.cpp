@@ -1,12 +1,17 @@
 #include "failure.hpp"
 
+#include "arguments.hpp"
+
 #include <CLI/CLI.hpp>
 
 #include <iostream>
 #include <new>
+#include <stdexcept>
 
 namespace qorkes {
 namespace {
+
+constexpr const char* tooMany = "so many numbers do not fit into memory; ask for fewer";
 
 int complain(std::string message, int exitStatus) {
     std::replace(message.begin(), message.end(), '\n', ' ');
@@ -34,17 +39,6 @@ void fail(std::string message, int exitStatus) {
     throw Failure{std::move(message), exitStatus};
 }
 
-std::string listed(const std::vector<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
-    return text;
-}
-
-void failChoice(const std::string& argument, const std::string& given,
-                const std::vector<std::string>& choices) {
-    fail(argument + ": there is no '" + given + "'; there is " + listed(choices));
-}
-
 int runGuarded(CLI::App& app, int argc, char** argv) {
     try {
         app.parse(argc, argv);
@@ -60,7 +54,9 @@ int runGuarded(CLI::App& app, int argc, char** argv) {
     } catch (const Failure& failure) {
         return complain(failure.message, failure.exitStatus);
     } catch (const std::bad_alloc&) {
-        return complain("not enough memory for so many numbers", statusOfBadInput);
+        return complain(tooMany, statusOfBadInput);
+    } catch (const std::length_error&) {
+        return complain(tooMany, statusOfBadInput);
     }
 }
 

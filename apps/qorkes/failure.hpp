@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace CLI {
 class App;
@@ -20,13 +19,6 @@ struct Failure {
 };
 
 [[noreturn]] void fail(std::string message, int exitStatus = statusOfBadInput);
-
-/// "a, b, c".
-std::string listed(const std::vector<std::string>& words);
-
-/// "FUNCTION: there is no 'Sqr'; there is Div, Inv, ...".
-[[noreturn]] void failChoice(const std::string& argument, const std::string& given,
-                             const std::vector<std::string>& choices);
 
 /// Parses the command line, which runs the subcommand. Returns the exit status.
 int runGuarded(CLI::App& app, int argc, char** argv);

@@ -1,5 +1,6 @@
 #include "input.hpp"
 
+#include "arguments.hpp"
 #include "failure.hpp"
 #include "text.hpp"
 

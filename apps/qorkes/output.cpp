@@ -20,12 +20,16 @@ void writeOut(std::string_view bytes) {
 }
 
 template <class T> void writeText(std::span<const T> values, int perLine) {
+    constexpr size_t blockSize = 65536;
     std::string text;
     int place = 0;
     for (const T value : values) {
         text += shortest(value);
         place = (place + 1) % perLine;
         text += place == 0 ? '\n' : ',';
+        if (text.size() < blockSize) continue;
+        writeOut(text);
+        text.clear();
     }
     writeOut(text);
 }

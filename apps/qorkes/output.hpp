@@ -1,4 +1,4 @@
-// Results to standard output, all at once when nothing can go wrong any more.
+// Results to standard output, once nothing in the input can be wrong any more.
 #pragma once
 
 #include <span>

@@ -1,7 +1,5 @@
 #include "run.hpp"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <memory>
 #include <spawn.h>

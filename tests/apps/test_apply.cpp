@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstring>
-#include <sstream>
-
 using namespace qorkes;
 
 namespace {
@@ -17,58 +13,7 @@ Outcome applySqrt(std::vector<std::string> options, const std::string& input) {
     return run(options, input);
 }
 
-/// Text and binary forms of one run hold the same bits.
-template <class T> void expectSameBits(const std::vector<std::string>& arguments) {
-    auto binaryArguments = arguments;
-    binaryArguments.push_back("--binary");
-    const std::string binary = run(binaryArguments).out;
-    std::istringstream text(run(arguments).out);
-    ASSERT_EQ(binary.size(), 100 * sizeof(T));
-    for (size_t i = 0; i < 100; ++i) {
-        std::string line;
-        std::getline(text, line);
-        const T value = static_cast<T>(std::is_same_v<T, double>
-                                           ? std::strtod(line.c_str(), nullptr)
-                                           : std::strtof(line.c_str(), nullptr));
-        EXPECT_EQ(std::memcmp(&value, binary.data() + i * sizeof(T), sizeof(T)), 0)
-            << line;
-    }
-}
-
 } // namespace
-
-TEST(Program, ExplainsEveryCommandWithExamples) {
-    for (const char* command : {"apply", "list"}) {
-        const Outcome outcome = run({command, "--help"});
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_NE(outcome.out.find("Example"), std::string::npos) << command;
-    }
-    EXPECT_NE(run({"--help"}).out.find("Examples"), std::string::npos);
-    EXPECT_EQ(run({"--version"}).out, "qorkes " QORKES_VERSION "\n");
-    EXPECT_NE(run({"list"}).out.find("InvSqrt"), std::string::npos);
-}
-
-TEST(Program, RefusesWrongCommandLinesInOneLine) {
-    const struct {
-        std::vector<std::string> arguments, words;
-    } cases[] = {
-        {{}, {"COMMAND", "apply, ", "list"}},
-        {{"aply"}, {"aply", "qorkes --help"}},
-        {{"apply"}, {"FUNCTION", "qorkes apply --help"}},
-        {{"apply", "Sqrt", "--colum", "1"}, {"--colum", "qorkes apply --help"}},
-        {{"apply", "Sqrt", "a", "b"}, {" b;"}},
-        {{"apply", "Sqrt", "--column"}, {"--column"}},
-        {{"apply", "Sqr"}, {"'Sqr'", "InvSqrt, Sqrt"}},
-        {{"apply", "Sqrt", "--precision", "half"}, {"'half'", "double, single"}},
-        {{"apply", "Sqrt", "--accuracy", "21"}, {"'21'", "HA, 50"}},
-        {{"apply", "Sqrt", "--accuracy", "50", "--precision", "single"},
-         {"HA, 21, 11"}},
-        {{"apply", "Sqrt", "--with", "1"}, {"--with", "one argument"}},
-        {{"apply", "Div"}, {"--with", "a number or a file"}},
-        {{"apply", "Div", "--with-column", "2"}, {"--with-column", "--with"}},
-    };
-    for (const auto& [arguments, words] : cases) expectRefusal(run(arguments), words);
-}
 
 TEST(Apply, ReadsEveryFormOfText) {
     const struct {
