@@ -76,7 +76,7 @@ QORKES_INLINE void inFrame(Args... args) {
 template <int size, class Group, class One>
 QORKES_INLINE void inGroups(int n, Group&& group, One&& one) {
     int i = 0;
-    for (; i <= n - size; i += size) group(i);
+    for (; n - i >= size; i += size) group(i);
     for (; i < n; ++i) one(i);
 }
 
