@@ -68,9 +68,6 @@ static_assert(hasPattern(inverseOfRootScale, 0x20D0000000000000));
 constexpr uint32_t rootNaNHigh = 0x7FF8A5A5;
 constexpr uint32_t rootNaNLow = 0x5A5A5A5A;
 
-/// A NaN with its quiet bit set; a signaling one raises invalid.
-QORKES_INLINE double quietNaN(double x) { return round64(ext{x} + x); }
-
 /// Mantissas of doubles two at a time: one aligned store each, from which the x87 unit
 /// loads without waiting.
 struct alignas(16) MantissaPair {
