@@ -7,6 +7,7 @@
 // once.
 #pragma once
 
+#include <common/pattern.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -55,14 +56,10 @@ QORKES_INLINE bool areForTable(const double* x) {
 /// Stores 1 + m - c of two arguments: without their top 8 bits the mantissas stand for
 /// that. By one aligned store, from which the unit loads without waiting.
 QORKES_INLINE void storeRests(double* rests, const double* x) {
-    alignas(16) static constexpr uint32_t kept[4] = {0xFFFFFFFF, 0xFFF, 0xFFFFFFFF,
-                                                     0xFFF};
-    alignas(16) static constexpr uint32_t one[4] = {0, 0x3FF00000, 0, 0x3FF00000};
-    const auto floats = [](const auto* p) { return reinterpret_cast<const float*>(p); };
-    const __m128 pair = _mm_loadu_ps(floats(x));
-    const __m128 keptMask = _mm_load_ps(floats(kept)), ones = _mm_load_ps(floats(one));
+    static constexpr DoublePattern kept{0xFFF, 0xFFFFFFFF}, one{0x3FF00000, 0};
+    const __m128 pair = _mm_loadu_ps(reinterpret_cast<const float*>(x));
     _mm_store_ps(reinterpret_cast<float*>(rests),
-                 _mm_or_ps(_mm_and_ps(pair, keptMask), ones));
+                 _mm_or_ps(_mm_and_ps(pair, kept.load()), one.load()));
 }
 
 /// Stores the rests of the pairs before the first one that is not for the table, up to
