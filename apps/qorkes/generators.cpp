@@ -1,0 +1,19 @@
+#include "generators.hpp"
+
+#include <qorkes/kes.h>
+
+namespace qorkes::catalogue {
+namespace {
+
+// clang-format off
+constexpr Generator rows[] = {
+    {"MCG31M1", KesBrngMCG31M1, 1, "x = 1132489760 x mod 2^31 - 1; period 2^31 - 2"},
+    {"MCG59", KesBrngMCG59, 1, "x = 13^13 x mod 2^59; period 2^57 for odd seeds"},
+};
+// clang-format on
+
+} // namespace
+
+std::span<const Generator> generators() { return rows; }
+
+} // namespace qorkes::catalogue
