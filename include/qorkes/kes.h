@@ -260,7 +260,24 @@ QORKES_API int __kesiBRngMCG59(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator MRG32K3A -------------------------------------------------------- */
 
-/* ---- Generator MT19937 --------------------------------------------------------- */
+/* ---- Generator MT19937: Mersenne Twister -------------------------------------------
+ *
+ * The twisted shift register of 624 words with its published parameters: 32 bits, equi-
+ * distributed in 623 dimensions, period 2^19937 - 1. Matsumoto and Nishimura, "Mersenne
+ * Twister", ACM Transactions on Modeling and Computer Simulation 8, 1998.
+ *
+ * Seed: any number of words, all of which count; no seed is the seed of a single 1. They
+ * go through the authors' init_by_array of 2002. No leapfrog, no skip-ahead. Real numbers
+ * are x (b - a) / 2^32 + a; a float may be rounded up to b. Output slots use r as their
+ * working memory.
+ */
+QORKES_API int __kesBRngMT19937InitStream(int method, StreamState* stream, int n,
+                                          const uint32_t* params);
+QORKES_API int __kessBRngMT19937(StreamState* stream, int n, float* r, float a,
+                                 float b);
+QORKES_API int __kesdBRngMT19937(StreamState* stream, int n, double* r, double a,
+                                 double b);
+QORKES_API int __kesiBRngMT19937(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator MT2203 ---------------------------------------------------------- */
 

@@ -42,6 +42,9 @@ inline const std::vector<Generator> generators = {
 
     {"MCG59",   KesBrngMCG59,   {0x12345679, 0xABC}, 2, true, {0, 1, 2, 3, 1000, 65537},
      0x1p-59,          {64, 64, 64, 64, 53}, {64, 64, 64, 64, 24}},
+
+    {"MT19937", KesBrngMT19937, {0x123, 0x234, 0x345, 0x456}, 624, false, {},
+     0x1p-32,          {64, 53, 64, 64, 53}, {64, 53, 64, 64, 24}},
 };
 // clang-format on
 

@@ -31,7 +31,7 @@ constexpr BrngRecord rowSobol = {};
 // 0x700000, 278
 constexpr BrngRecord rowNiederr = {};
 // 0x800000
-constexpr BrngRecord rowMT19937 = {};
+constexpr BrngRecord rowMT19937 = ROW(MT19937, 2516, 625, 1, 4, 32);
 // 0x900000 and the 1023 after it
 constexpr BrngRecord rowMT2203 = {};
 // 0xa00000
