@@ -27,6 +27,14 @@ template <class State> QORKES_INLINE State& stateOf(StreamState* stream) {
     return *reinterpret_cast<State*>(stream + 1);
 }
 
+/// Jumps of generators that have none.
+QORKES_INLINE int noLeapfrog(StreamState*, int32_t, int32_t) {
+    return KesStatusLeapfrogUnsupported;
+}
+QORKES_INLINE int noSkipAhead(StreamState*, int32_t) {
+    return KesStatusSkipAheadUnsupported;
+}
+
 /// The shape of every InitStream: the three functions of a generator by method, each
 /// returning a status.
 template <auto initialise, auto leapfrog, auto skipAhead>
