@@ -338,7 +338,27 @@ QORKES_API int __kesiBRngR250(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator WH -------------------------------------------------------------- */
 
-/* ---- Stream files -------------------------------------------------------------- */
+/* ---- Stream files -----------------------------------------------------------------
+ *
+ * A file holds one stream: 16 bytes of header ("RNG", version 0, sizes, identifier),
+ * the generator's state byte for byte, and the chunks, so that distributions go on
+ * where they were too. Little-endian, without padding.
+ */
+
+/* Writes the stream to a file, over one that is there. The name ends in a zero if
+ * length is below 0; else it is that many bytes. KesStatusNoMemory, KesStatusFileOpen,
+ * KesStatusFileWrite (part of the file stays; also for a block of size 0) or
+ * KesStatusFileClose. */
+QORKES_API int __kesSaveStreamF(const StreamState* stream, const char* name,
+                                int length);
+
+/* Makes a stream that continues as the saved one. KesStatusFileOpen, KesStatusFileRead
+ * (the file is too short), KesStatusBadFileFormat (no stream file, or of a generator
+ * that is not registered so), KesStatusBadFileVersion, KesStatusFileClose or
+ * KesStatusNoMemory; bytes behind the last chunk are not looked at. After a failure a
+ * stream that *stream holds is deleted, also one from before the call: pass a variable
+ * that is null. A loaded abstract stream has the pointers it was saved with. */
+QORKES_API int __kesLoadStreamF(StreamState** stream, const char* name);
 
 /* ---- Abstract streams ---------------------------------------------------------- */
 
