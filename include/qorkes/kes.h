@@ -25,8 +25,7 @@
 
 #include <qorkes/api.h>
 
-/* ---- Status codes ------------------------------------------------------------------
- */
+/* ---- Status codes -------------------------------------------------------------- */
 
 #define KesStatusOk                   0
 #define KesStatusBadMethod            (-2) /* method is not 0, 1 or 2 */
@@ -52,7 +51,7 @@
 #define KesStatusNoNumbers            (-1121) /* Update had no numbers */
 #define KesStatusBadAbstractKind      (-1122) /* not the stream's own output kind */
 
-/* ---- Registry of generators --------------------------------------------------------
+/* ---- Registry of generators -------------------------------------------------------
  *
  * A generator is one row of a table: five numbers and four functions. Its identifier is
  * (row + 1) << 20, plus the number of the member for the two families. Identifiers
@@ -142,8 +141,7 @@ QORKES_API int __kesGetNumRegBrngs(void);
  * streams. */
 QORKES_API int __kesRegisterBrng(const BrngProperties* props);
 
-/* ---- Streams -----------------------------------------------------------------------
- */
+/* ---- Streams ------------------------------------------------------------------- */
 
 /* Makes a stream of generator `brng` from n seed words. KesStatusInvalidBrng (also for
  * the abstract kinds, which have constructors of their own) leaves *stream alone;
@@ -183,7 +181,7 @@ QORKES_API int __kesSkipAheadStream(StreamState* stream, int nskip);
 /* Returns the identifier that the stream was created with. */
 QORKES_API int __kesGetStreamStateBrng(const StreamState* stream);
 
-/* ---- Chunks ------------------------------------------------------------------------
+/* ---- Chunks -----------------------------------------------------------------------
  *
  * Blocks that distributions keep with a stream from one call to the next: a spare
  * variate, the set-up for the last parameters. Node and block come from malloc and
@@ -209,8 +207,7 @@ QORKES_API int __kesGetNumChunks(const StreamState* stream);
 /* Frees all nodes and blocks. */
 QORKES_API void __kesDeleteChunks(StreamState* stream);
 
-/* ---- Generators
- * ----------------------------------------------------------------------
+/* ---- Generators -------------------------------------------------------------------
  *
  * The functions of each row. Streams reach them through the registry. Output slots
  * return 0, and for n of 0 and below they change nothing, unless it is said otherwise.
@@ -223,8 +220,7 @@ QORKES_API uint32_t __kesiPowMod2P31M1(uint32_t base, int32_t exponent);
 QORKES_API uint64_t __kesiPowMod2P59(uint32_t baseLow, uint32_t baseHigh,
                                      int32_t exponent);
 
-/* ---- Generator MCG31M1: multiplicative, modulo 2^31 - 1
- * ------------------------------
+/* ---- Generator MCG31M1: multiplicative, modulo 2^31 - 1 ---------------------------
  *
  * x becomes 1132489760 x mod (2^31 - 1) and is delivered before the step: 31 bits,
  * never 0, period 2^31 - 2. Multiplier from L'Ecuyer, "Tables of linear congruential
@@ -245,8 +241,7 @@ QORKES_API int __kesdBRngMCG31M1(StreamState* stream, int n, double* r, double a
                                  double b);
 QORKES_API int __kesiBRngMCG31M1(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator MCG59: multiplicative, modulo 2^59
- * ------------------------------------
+/* ---- Generator MCG59: multiplicative, modulo 2^59 ---------------------------------
  *
  * x becomes 13^13 x mod 2^59 and is delivered before the step, as two words, low word
  * first: 59 bits, period 2^57 from an odd seed.
@@ -263,35 +258,25 @@ QORKES_API int __kesdBRngMCG59(StreamState* stream, int n, double* r, double a,
                                double b);
 QORKES_API int __kesiBRngMCG59(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator MRG32K3A
- * -------------------------------------------------------------- */
+/* ---- Generator MRG32K3A -------------------------------------------------------- */
 
-/* ---- Generator MT19937
- * --------------------------------------------------------------- */
+/* ---- Generator MT19937 --------------------------------------------------------- */
 
-/* ---- Generator MT2203
- * ---------------------------------------------------------------- */
+/* ---- Generator MT2203 ---------------------------------------------------------- */
 
-/* ---- Generator Niederreiter
- * ---------------------------------------------------------- */
+/* ---- Generator Niederreiter ---------------------------------------------------- */
 
-/* ---- Generator R250
- * ------------------------------------------------------------------ */
+/* ---- Generator R250 ------------------------------------------------------------ */
 
-/* ---- Generator Sobol
- * ----------------------------------------------------------------- */
+/* ---- Generator Sobol ----------------------------------------------------------- */
 
-/* ---- Generator WH
- * -------------------------------------------------------------------- */
+/* ---- Generator WH -------------------------------------------------------------- */
 
-/* ---- Stream files
- * -------------------------------------------------------------------- */
+/* ---- Stream files -------------------------------------------------------------- */
 
-/* ---- Abstract streams
- * ---------------------------------------------------------------- */
+/* ---- Abstract streams ---------------------------------------------------------- */
 
-/* ---- Distributions
- * -------------------------------------------------------------------
+/* ---- Distributions ----------------------------------------------------------------
  *
  * Each writes n variates to r and returns the status of the generator beneath. Names:
  * d, s or i for doubles, floats or integers. `method` chooses between algorithms where
@@ -299,56 +284,39 @@ QORKES_API int __kesiBRngMCG59(StreamState* stream, int n, uint32_t* r);
  * tested.
  */
 
-/* ---- Distribution Bernoulli
- * ---------------------------------------------------------- */
+/* ---- Distribution Bernoulli ---------------------------------------------------- */
 
-/* ---- Distribution Beta
- * --------------------------------------------------------------- */
+/* ---- Distribution Beta --------------------------------------------------------- */
 
-/* ---- Distribution Binomial
- * ----------------------------------------------------------- */
+/* ---- Distribution Binomial ----------------------------------------------------- */
 
-/* ---- Distribution Cauchy
- * ------------------------------------------------------------- */
+/* ---- Distribution Cauchy ------------------------------------------------------- */
 
-/* ---- Distribution Exponential
- * -------------------------------------------------------- */
+/* ---- Distribution Exponential -------------------------------------------------- */
 
-/* ---- Distribution Gamma
- * -------------------------------------------------------------- */
+/* ---- Distribution Gamma -------------------------------------------------------- */
 
-/* ---- Distribution Gaussian
- * ----------------------------------------------------------- */
+/* ---- Distribution Gaussian ----------------------------------------------------- */
 
-/* ---- Distribution GaussianMV
- * --------------------------------------------------------- */
+/* ---- Distribution GaussianMV --------------------------------------------------- */
 
-/* ---- Distribution Geometric
- * ---------------------------------------------------------- */
+/* ---- Distribution Geometric ---------------------------------------------------- */
 
-/* ---- Distribution Gumbel
- * ------------------------------------------------------------- */
+/* ---- Distribution Gumbel ------------------------------------------------------- */
 
-/* ---- Distribution Hypergeometric
- * ----------------------------------------------------- */
+/* ---- Distribution Hypergeometric ----------------------------------------------- */
 
-/* ---- Distribution Laplace
- * ------------------------------------------------------------ */
+/* ---- Distribution Laplace ------------------------------------------------------ */
 
-/* ---- Distribution Lognormal
- * ---------------------------------------------------------- */
+/* ---- Distribution Lognormal ---------------------------------------------------- */
 
-/* ---- Distribution Negbinomial
- * -------------------------------------------------------- */
+/* ---- Distribution Negbinomial -------------------------------------------------- */
 
-/* ---- Distribution Poisson, PoissonV
- * -------------------------------------------------- */
+/* ---- Distribution Poisson, PoissonV -------------------------------------------- */
 
-/* ---- Distribution Rayleigh
- * ----------------------------------------------------------- */
+/* ---- Distribution Rayleigh ----------------------------------------------------- */
 
-/* ---- Distribution Uniform
- * ------------------------------------------------------------
+/* ---- Distribution Uniform ---------------------------------------------------------
  *
  * Uniform on [a, b), as the generator of the stream delivers it: one element of the
  * sequence a variate. Rounding may reach b.
@@ -358,20 +326,16 @@ QORKES_API int _kesdRngUniform(int method, StreamState* stream, int n, double* r
 QORKES_API int _kessRngUniform(int method, StreamState* stream, int n, float* r,
                                float a, float b);
 
-/* ---- Distribution UniformBits
- * --------------------------------------------------------
+/* ---- Distribution UniformBits -----------------------------------------------------
  *
  * The generator's own integers, n elements of its WordSize bytes each.
  */
 QORKES_API int _kesiRngUniformBits(int method, StreamState* stream, int n, uint32_t* r);
 
-/* ---- Distribution Weibull
- * ------------------------------------------------------------ */
+/* ---- Distribution Weibull ------------------------------------------------------ */
 
-/* ---- Scalar helpers
- * ------------------------------------------------------------------ */
+/* ---- Scalar helpers ------------------------------------------------------------ */
 
-/* ---- Tasks: convolution and correlation
- * ---------------------------------------------- */
+/* ---- Tasks: convolution and correlation ---------------------------------------- */
 
 #endif
