@@ -170,6 +170,60 @@ QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
 
+QORKES_API void _qordSin_HA(int n, const double* a, double* y);
+QORKES_API void _qordSin_50(int n, const double* a, double* y);
+QORKES_API void _qorsSin_HA(int n, const float* a, float* y);
+QORKES_API void _qorsSin_21(int n, const float* a, float* y);
+QORKES_API void _qorsSin_11(int n, const float* a, float* y);
+QORKES_API void _qordSin_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsSin_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordCos_HA(int n, const double* a, double* y);
+QORKES_API void _qordCos_50(int n, const double* a, double* y);
+QORKES_API void _qorsCos_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCos_21(int n, const float* a, float* y);
+QORKES_API void _qorsCos_11(int n, const float* a, float* y);
+QORKES_API void _qordCos_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsCos_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordSinCos_HA(int n, const double* a, double* y, double* z);
+QORKES_API void _qordSinCos_50(int n, const double* a, double* y, double* z);
+QORKES_API void _qorsSinCos_HA(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_21(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_11(int n, const float* a, float* y, float* z);
+QORKES_API void _qordSinCos_SC_HA(int i, const double* a, double* y, double* z, int* status);
+QORKES_API void _qordSinCos_SC_LA(int i, const double* a, double* y, double* z, int* status);
+QORKES_API void _qordSinCos_SC_A11(int i, const double* a, double* y, double* z, int* status);
+QORKES_API void _qorsSinCos_SC_HA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_LA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_A11(int i, const float* a, float* y, float* z, int* status);
+
+QORKES_API void _qordTan_HA(int n, const double* a, double* y);
+QORKES_API void _qordTan_50(int n, const double* a, double* y);
+QORKES_API void _qorsTan_HA(int n, const float* a, float* y);
+QORKES_API void _qorsTan_21(int n, const float* a, float* y);
+QORKES_API void _qorsTan_11(int n, const float* a, float* y);
+QORKES_API void _qordTan_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsTan_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API double _dSin(double x);
+QORKES_API double _dCos(double x);
+QORKES_API void _dSinCos(double x, double* s, double* c);
+QORKES_API double _dTan(double x);
+QORKES_API int _qorreduce_pio2d(double x, double out[2]);
+
 /* ---- Pack and Unpack ---------------------------------------------------------------
  *
  * Elements of a strided (I), indexed (V) or masked (M) array, gathered side by side or
