@@ -258,21 +258,107 @@ QORKES_API int __kesdBRngMCG59(StreamState* stream, int n, double* r, double a,
                                double b);
 QORKES_API int __kesiBRngMCG59(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator MRG32K3A -------------------------------------------------------- */
+/* ---- Generator MRG32K3A: two multiple recurrences, combined -----------------------
+ *
+ * x[i] = 1403580 x[i-2] - 810728 x[i-3] mod m1 = 2^32 - 209,
+ * y[i] = 527612 y[i-1] - 1370589 y[i-3] mod m2 = 2^32 - 22853; what is delivered is
+ * x - y mod m1, with m1 for 0: 32 bits, never 0, period about 2^191. L'Ecuyer, "Good
+ * parameters and implementations for combined multiple recursive random number
+ * generators", Operations Research 47, 1999.
+ *
+ * Seed: up to six words, the older terms first, x before y; 1 stands in for those that
+ * are missing. Each is taken modulo m1 or m2, and three that are 0 become 1, 0, 0. The
+ * first number follows from the first new terms. Skip-ahead, but no leapfrog. Real
+ * numbers are z (b - a) / m1 + a: b itself can be reached, where L'Ecuyer divides by
+ * m1 + 1.
+ */
+QORKES_API int __kesBRngMRG32K3AInitStream(int method, StreamState* stream, int n,
+                                           const uint32_t* params);
+QORKES_API int __kessBRngMRG32K3A(StreamState* stream, int n, float* r, float a,
+                                  float b);
+QORKES_API int __kesdBRngMRG32K3A(StreamState* stream, int n, double* r, double a,
+                                  double b);
+QORKES_API int __kesiBRngMRG32K3A(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator MT19937 --------------------------------------------------------- */
+/* The jumps of MRG32K3A. Matrices are 3 by 3 in rows, of numbers below m, as are
+ * vectors; results may be stored over arguments. MulMod: c = a b. VectMulMod: w = a v.
+ * PowMod: r = a^e, which destroys a; e is not below 0. Vect3PowMod moves v, three terms
+ * of a recurrence with the oldest first, on by e terms; c holds the coefficients of the
+ * newest, the middle and the oldest. */
+QORKES_API void __kesiMatr3x3MulMod(const uint32_t* a, const uint32_t* b, uint32_t* c,
+                                    uint32_t m);
+QORKES_API void __kesiMatr3x3VectMulMod(const uint32_t* a, const uint32_t* v,
+                                        uint32_t* w, uint32_t m);
+QORKES_API void __kesiMatr3x3PowMod(uint32_t* a, uint32_t* r, uint32_t m, int32_t e);
+QORKES_API void __kesiVect3PowMod(uint32_t* v, const uint32_t* c, uint32_t m,
+                                  int32_t e);
+
+/* ---- Generator MT19937: Mersenne Twister ------------------------------------------
+ *
+ * The twisted shift register of 624 words with its published parameters: 32 bits, equi-
+ * distributed in 623 dimensions, period 2^19937 - 1. Matsumoto and Nishimura, "Mersenne
+ * Twister", ACM Transactions on Modeling and Computer Simulation 8, 1998.
+ *
+ * Seed: any number of words, all of which count; no seed is the seed of a single 1.
+ * They go through the authors' init_by_array of 2002. No leapfrog, no skip-ahead. Real
+ * numbers are x (b - a) / 2^32 + a; a float may be rounded up to b. Output slots use r
+ * as their working memory.
+ */
+QORKES_API int __kesBRngMT19937InitStream(int method, StreamState* stream, int n,
+                                          const uint32_t* params);
+QORKES_API int __kessBRngMT19937(StreamState* stream, int n, float* r, float a,
+                                 float b);
+QORKES_API int __kesdBRngMT19937(StreamState* stream, int n, double* r, double a,
+                                 double b);
+QORKES_API int __kesiBRngMT19937(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator MT2203 ---------------------------------------------------------- */
 
 /* ---- Generator Niederreiter ---------------------------------------------------- */
 
-/* ---- Generator R250 ------------------------------------------------------------ */
+/* ---- Generator R250: generalised feedback shift register --------------------------
+ *
+ * x[i] = x[i-250] xor x[i-147]: 32 bits, period 2^250 - 1. Kirkpatrick and Stoll, "A
+ * very fast shift-register sequence random number generator", Journal of Computational
+ * Physics 40, 1981.
+ *
+ * Seed: 250 words and more are the register as they stand, all zeros too. Of fewer the
+ * first one counts, 1 standing in for 0 and for no seed: the register is filled by
+ * powers of 69069 modulo 2^32 and 32 of its words are made linearly independent. No
+ * leapfrog, no skip-ahead. Real numbers are x (b - a) / 2^32 + a; rounding may reach b.
+ */
+QORKES_API int __kesBRngR250InitStream(int method, StreamState* stream, int n,
+                                       const uint32_t* params);
+QORKES_API int __kessBRngR250(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngR250(StreamState* stream, int n, double* r, double a,
+                              double b);
+QORKES_API int __kesiBRngR250(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator Sobol ----------------------------------------------------------- */
 
 /* ---- Generator WH -------------------------------------------------------------- */
 
-/* ---- Stream files -------------------------------------------------------------- */
+/* ---- Stream files -----------------------------------------------------------------
+ *
+ * A file holds one stream: 16 bytes of header ("RNG", version 0, sizes, identifier),
+ * the generator's state byte for byte, and the chunks, so that distributions go on
+ * where they were too. Little-endian, without padding.
+ */
+
+/* Writes the stream to a file, over one that is there. The name ends in a zero if
+ * length is below 0; else it is that many bytes. KesStatusNoMemory, KesStatusFileOpen,
+ * KesStatusFileWrite (part of the file stays; also for a block of size 0) or
+ * KesStatusFileClose. */
+QORKES_API int __kesSaveStreamF(const StreamState* stream, const char* name,
+                                int length);
+
+/* Makes a stream that continues as the saved one. KesStatusFileOpen, KesStatusFileRead
+ * (the file is too short), KesStatusBadFileFormat (no stream file, or of a generator
+ * that is not registered so), KesStatusBadFileVersion, KesStatusFileClose or
+ * KesStatusNoMemory; bytes behind the last chunk are not looked at. After a failure a
+ * stream that *stream holds is deleted, also one from before the call: pass a variable
+ * that is null. A loaded abstract stream has the pointers it was saved with. */
+QORKES_API int __kesLoadStreamF(StreamState** stream, const char* name);
 
 /* ---- Abstract streams ---------------------------------------------------------- */
 

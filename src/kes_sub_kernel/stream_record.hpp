@@ -27,6 +27,19 @@ template <class State> QORKES_INLINE State& stateOf(StreamState* stream) {
     return *reinterpret_cast<State*>(stream + 1);
 }
 
+/// The list's head is a pointer kept in 64 bits, the upper ones copies of its sign.
+QORKES_INLINE Chunk* headOf(const StreamState* stream) {
+    return reinterpret_cast<Chunk*>(static_cast<intptr_t>(stream->Chunks));
+}
+
+/// Jumps of generators that have none.
+QORKES_INLINE int noLeapfrog(StreamState*, int32_t, int32_t) {
+    return KesStatusLeapfrogUnsupported;
+}
+QORKES_INLINE int noSkipAhead(StreamState*, int32_t) {
+    return KesStatusSkipAheadUnsupported;
+}
+
 /// The shape of every InitStream: the three functions of a generator by method, each
 /// returning a status.
 template <auto initialise, auto leapfrog, auto skipAhead>

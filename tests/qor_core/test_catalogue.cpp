@@ -200,7 +200,7 @@ TYPED_TEST(Catalogue, CountAndPlaceOfArrays) {
                     T* const y = place(memoryY, nullptr);
                     T* const z = place(memoryZ, nullptr);
                     kernel(n, a, b, y, z);
-                    std::vector<T> results(2 * size);
+                    std::vector<T> results(size + 1);
                     std::memcpy(results.data(), y, size * sizeof(T));
                     EXPECT_TRUE(sameBits(expected.y.data(), results.data(), n));
                     if (kernel.hasTwoResults()) {
@@ -375,6 +375,7 @@ TYPED_TEST(Catalogue, ForwardingEntriesGiveTheBitsOfTheKernelTheyName) {
     });
 }
 
+#ifndef __SANITIZE_ADDRESS__ // whose own frames need an aligned stack
 /// As old callers do.
 TYPED_TEST(Catalogue, StackNeedsNoAlignment) {
     using T = TypeParam;
@@ -408,5 +409,6 @@ TYPED_TEST(Catalogue, StackNeedsNoAlignment) {
         }
     });
 }
+#endif
 
 } // namespace

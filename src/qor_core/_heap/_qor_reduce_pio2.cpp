@@ -27,8 +27,8 @@ constexpr const double* digits = _qorReductionTab + 20; // of 4/pi
 constexpr int digitsUsed = 9;
 constexpr uint32_t digitScale = 200; // they are too large by 2 to this power
 
-constexpr uint32_t firstLargeExponent = 1053;       // 2^30
-constexpr uint32_t firstOfFiveParts = 0x41600000;   // high word of 2^23
+constexpr uint32_t firstLargeExponent = 1053;     // 2^30
+constexpr uint32_t firstOfFiveParts = 0x41600000; // high word of 2^23
 
 /// Adding and subtracting these rounds to a multiple of 8 and of 2.
 constexpr double toEights = 0x1.8p+55;
@@ -99,7 +99,8 @@ Eighths eighthsOfTurn(double x) {
 Reduction timesQuarterPi(ext r, ext low, uint32_t quadrant) {
     const ext scaled = r * splitter;
     const ext top = (r + scaled) - scaled;
-    const ext tail = (r - top) * quarterPiHigh + (r * quarterPiLow + low * quarterPiHigh);
+    const ext tail =
+        (r - top) * quarterPiHigh + (r * quarterPiLow + low * quarterPiHigh);
     return {top * quarterPiHigh, tail, quadrant};
 }
 

@@ -74,8 +74,9 @@ QORKES_INLINE ext higherTerms(const TanRow& row, ext t) {
     const ext a = (row.c3 * t + row.c2) * t2 + row.c4 * t4;
     const ext b = (row.c6 * t + row.c5 + row.c7 * t2) * t4 * t;
     const ext highest = row.c15 * t2 + row.c14 * t + row.c13;
-    const ext d = t4 * t4 * (row.c9 * t + row.c8 + (row.c11 * t + row.c10) * t2 +
-                             row.c12 * t4 + t4 * t * highest);
+    const ext d = t4 * t4 *
+                  (row.c9 * t + row.c8 + (row.c11 * t + row.c10) * t2 + row.c12 * t4 +
+                   t4 * t * highest);
     return a + b + d;
 }
 

@@ -10,14 +10,9 @@ namespace qorkes {
 constexpr struct {
     double A0, A1, A2, A3;
     double B0, B1, B2, B3;
-} tangentCoefficients = {1.0,
-                         -0x1.06b97bf03648ap-3,
-                         0x1.6fc6fe2982a7bp-9,
-                         -0x1.f637dea7c0b2cp-18,
-                         1.0,
-                         -0x1.d8b2134d70767p-2,
-                         0x1.7e7b68d9a55f3p-6,
-                         -0x1.b525b10d0a168p-13};
+} tangentCoefficients = {
+    1.0, -0x1.06b97bf03648ap-3, 0x1.6fc6fe2982a7bp-9, -0x1.f637dea7c0b2cp-18,
+    1.0, -0x1.d8b2134d70767p-2, 0x1.7e7b68d9a55f3p-6, -0x1.b525b10d0a168p-13};
 static_assert(tangentCoefficients.A1 == -0.12828347040957438 &&
               tangentCoefficients.A2 == 0.002805918241169989 &&
               tangentCoefficients.A3 == -7.483634966612065e-06);

@@ -61,7 +61,7 @@ template <void (*function)(double, double*, double*), class T>
 void scalarCode(int i, const T* a, T* y, T* z, const char* name) {
     if (isRefused(a[i])) return refuse(i, a, y, z, name);
     inFrame<Precision::bits53, Mxcsr::callers, storeValues<T, function>>(a + i, y + i,
-                                                                        z + i);
+                                                                         z + i);
 }
 
 } // namespace qorkes

@@ -1,6 +1,6 @@
 // The kernels of double Sin and Cos: x less a multiple of pi (for the cosine an odd
-// multiple of pi/2), in four parts at 64-bit precision; then, for r in [-pi/2, pi/2], the
-// odd polynomial of the piece that |r| lies in.
+// multiple of pi/2), in four parts at 64-bit precision; then, for r in [-pi/2, pi/2],
+// the odd polynomial of the piece that |r| lies in.
 #pragma once
 
 #include <qor_core/_heap/trig_groups.hpp>

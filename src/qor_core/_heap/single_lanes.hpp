@@ -1,8 +1,8 @@
-// The loop of the float kernels of lower accuracy (Sin_21 and its fellows). Counting and
-// polynomials run in four lanes, rounded to single precision at each step; the reduction
-// between them runs on the x87 unit at 64 bits. Each block of the array is reduced
-// before it is evaluated: a vector load right behind the four stores that it covers
-// would wait for them.
+// The loop of the float kernels of lower accuracy (Sin_21 and its fellows). Counting
+// and polynomials run in four lanes, rounded to single precision at each step; the
+// reduction between them runs on the x87 unit at 64 bits. Each block of the array is
+// reduced before it is evaluated: a vector load right behind the four stores that it
+// covers would wait for them.
 //
 // A kernel brings, as static members,
 //     limit                  of |x|, beyond which a group goes to the scalar code
@@ -113,7 +113,8 @@ template <class Kernel>
 QORKES_NOINLINE void evaluateLanes(int n, const float* a, float* y, float* z) {
     const int whole = n < 4 ? 0 : n & ~3;
     for (int i = 0; i < whole; i += blockSize)
-        evaluateBlock<Kernel>(i, whole - i < blockSize ? whole : i + blockSize, a, y, z);
+        evaluateBlock<Kernel>(i, whole - i < blockSize ? whole : i + blockSize, a, y,
+                              z);
     for (int i = whole; i < n; ++i) evaluateOne<Kernel>(i, a, y, z);
 }
 

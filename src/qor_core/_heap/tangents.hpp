@@ -1,6 +1,6 @@
-// The loop of the kernels of Tan on the x87 unit: x less a multiple of pi/2, the tangent
-// of r in [-pi/4, pi/4] as a quotient u / v of an odd and an even polynomial. An odd
-// multiple makes it -v / u. Four quotients share one division.
+// The loop of the kernels of Tan on the x87 unit: x less a multiple of pi/2, the
+// tangent of r in [-pi/4, pi/4] as a quotient u / v of an odd and an even polynomial.
+// An odd multiple makes it -v / u. Four quotients share one division.
 //
 // A kernel brings, as static members,
 //     Element                double or float
@@ -17,9 +17,7 @@
 
 namespace qorkes {
 
-template <class Slot> struct Quotient {
-    Slot numerator, denominator;
-};
+template <class Slot> struct Quotient { Slot numerator, denominator; };
 
 template <class Kernel, class T>
 QORKES_INLINE void countQuarterTurns(int32_t& count, const T& x) {
@@ -50,8 +48,7 @@ QORKES_NOINLINE void tangentOfOne(int i, const T* a, T* y) {
     storeTangent(y[i], ext{q.numerator} / q.denominator, count);
 }
 
-template <class Kernel, class T>
-QORKES_COLD void oneByOne(int i, const T* a, T* y) {
+template <class Kernel, class T> QORKES_COLD void oneByOne(int i, const T* a, T* y) {
     for (int k = 0; k < 4; ++k) tangentOfOne<Kernel>(i + k, a, y);
 }
 

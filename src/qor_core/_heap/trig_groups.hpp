@@ -1,5 +1,5 @@
-// What the kernels of the sine family share: the limits beyond which a group goes to the
-// scalar code, and the steps of the double kernels up to the reduced argument.
+// What the kernels of the sine family share: the limits beyond which a group goes to
+// the scalar code, and the steps of the double kernels up to the reduced argument.
 //
 // The steps are taken for four elements before the next ones: each waits for the one
 // before, and only other elements fill the gap.

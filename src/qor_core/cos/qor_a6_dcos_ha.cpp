@@ -3,5 +3,6 @@
 using namespace qorkes;
 
 void _qordCos_HA(int n, const double* a, double* y) {
-    inFrame<Precision::bits64, Mxcsr::cleared, waves<Wave::cosine, _qordCos_SC_HA>>(n, a, y);
+    inFrame<Precision::bits64, Mxcsr::cleared, waves<Wave::cosine, _qordCos_SC_HA>>(
+        n, a, y);
 }

@@ -61,6 +61,7 @@ QORKES_INLINE void inverseRootsOfEight(int i, const float* a, float* y) {
     _mm_storeu_ps(y + i + 4, highRoots);
 }
 
+/// In all lanes, so that no lane raises what the element does not.
 QORKES_INLINE void inverseRootOfOne(int i, const float* a, float* y) {
     const __m128 root = inverseRootsOf(_mm_load1_ps(a + i));
     if (!arePositive(root)) [[unlikely]] {

@@ -54,5 +54,6 @@ struct SineAndCosine {
 } // namespace
 
 void _qorsSinCos_21(int n, const float* a, float* y, float* z) {
-    inFrame<Precision::bits64, Mxcsr::cleared, evaluateLanes<SineAndCosine>>(n, a, y, z);
+    inFrame<Precision::bits64, Mxcsr::cleared, evaluateLanes<SineAndCosine>>(n, a, y,
+                                                                             z);
 }

@@ -2,7 +2,8 @@
 // (above 4e5 of the largest results).
 //
 // x less a multiple of pi/2 in two parts, then an odd and an even polynomial for r in
-// [-pi/4, pi/4], all at 53 bits and rounded to float once. An odd multiple swaps the two.
+// [-pi/4, pi/4], all at 53 bits and rounded to float once. An odd multiple swaps the
+// two.
 //
 //   |x| > 1000000, infinity, NaN   the group goes to _qorsSinCos_SC_HA
 #include <qor_core/_heap/trig_groups.hpp>
@@ -19,7 +20,9 @@ constexpr struct {
     double S0, S1, S2, S3;
     double half, one;
     double C0, C1, C2;
-} coefficients = {1.0, -0x1.55554527af340p-3, 0x1.11073afce563fp-7, -0x1.9943e0fbea90ap-13, 0.5, 1.0, 0x1.55554a115b568p-5, -0x1.6c0c33a81bd97p-10, 0x1.99eb9c49f772ep-16};
+} coefficients = {
+    1.0, -0x1.55554527af340p-3, 0x1.11073afce563fp-7,   -0x1.9943e0fbea90ap-13, 0.5,
+    1.0, 0x1.55554a115b568p-5,  -0x1.6c0c33a81bd97p-10, 0x1.99eb9c49f772ep-16};
 
 /// The last step of the sine is a product, which keeps the sign of a zero, where a sum
 /// would lose it.
@@ -36,7 +39,8 @@ QORKES_INLINE void storeBoth(float* y, float* z, ext r, int32_t signedCount) {
     ext c = load(k.C2);
     c = c * r2 + k.C1;
     c = c * r2 + k.C0;
-    storeFlipped(odd ? *y : *z, k.one - (r2 * k.half - r2 * r2 * c), (count - odd) << 30);
+    storeFlipped(odd ? *y : *z, k.one - (r2 * k.half - r2 * r2 * c),
+                 (count - odd) << 30);
 }
 
 QORKES_INLINE void sinCosOfFour(int i, const float* a, float* y, float* z) {

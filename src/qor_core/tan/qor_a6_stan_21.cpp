@@ -1,8 +1,8 @@
 // _qorsTan_21: y = tan(a) in single precision, largest error 4.0 ulp.
 //
-// x less a multiple of pi/2, rounded to float, then the tangent of r in [-pi/4, pi/4] as
-// a quotient u / v of an odd and an even polynomial in float arithmetic. An odd multiple
-// makes it -v / u. Groups with all |x| up to pi/4 are not reduced.
+// x less a multiple of pi/2, rounded to float, then the tangent of r in [-pi/4, pi/4]
+// as a quotient u / v of an odd and an even polynomial in float arithmetic. An odd
+// multiple makes it -v / u. Groups with all |x| up to pi/4 are not reduced.
 //
 //   |x| > 500000, infinity, NaN   the group goes to _qorsTan_SC_LA
 #include <qor_core/_heap/single_lanes.hpp>
@@ -38,5 +38,6 @@ struct Tangent {
 } // namespace
 
 void _qorsTan_21(int n, const float* a, float* y) {
-    inFrame<Precision::bits64, Mxcsr::cleared, evaluateLanes<Tangent>>(n, a, y, nullptr);
+    inFrame<Precision::bits64, Mxcsr::cleared, evaluateLanes<Tangent>>(n, a, y,
+                                                                       nullptr);
 }
