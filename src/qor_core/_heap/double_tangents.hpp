@@ -35,12 +35,12 @@ template <class SlotType, auto scalarEntry> struct DoubleTangent {
     QORKES_INLINE static void polynomials(ext r, ext& u, ext& v) {
         const auto& k = *inRegister(&tangentCoefficients);
         const ext r2 = r * r;
-        u = load(k.A3);
+        u = loadedHere(k.A3);
         u = u * r2 + k.A2;
         u = u * r2 + k.A1;
         u = u * r2 + k.A0;
         u = u * r;
-        v = load(k.B3);
+        v = loadedHere(k.B3);
         v = v * r2 + k.B2;
         v = v * r2 + k.B1;
         v = v * r2 + k.B0;

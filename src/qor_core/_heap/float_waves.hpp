@@ -21,7 +21,7 @@ constexpr double waveCoefficients[5] = {1.000000002, -0.166666589, 0.008333075,
                                         -0.000198107, 2.608e-06};
 
 template <Wave wave> QORKES_INLINE void countHalfTurns(int32_t& count, const float& x) {
-    ext halfTurns = load(halfTurn.inverse);
+    ext halfTurns = loadedHere(halfTurn.inverse);
     halfTurns *= wave == Wave::sine ? ext{x} : ext{x} + halfPi;
     storeNearest(count, halfTurns);
 }
@@ -37,7 +37,7 @@ QORKES_INLINE ext reducedWave(const int32_t& count, const float& x) {
 QORKES_INLINE void storeWave(float& y, ext r, int32_t count) {
     const ext r2 = r * r;
     const double* c = inRegister(waveCoefficients);
-    ext p = load(c[4]);
+    ext p = loadedHere(c[4]);
     p = p * r2 + c[3];
     p = p * r2 + c[2];
     p = p * r2 + c[1];

@@ -43,7 +43,7 @@ struct WaveArgument {
 
 template <Wave wave>
 QORKES_INLINE void countHalfTurns(WaveArgument& argument, const double& x) {
-    ext count = load(halfTurn.inverse);
+    ext count = loadedHere(halfTurn.inverse);
     count *= wave == Wave::sine ? ext{x} : ext{x} + halfPi;
     storeNearest(argument.count, count);
 }
@@ -60,7 +60,7 @@ QORKES_INLINE ext reducedByHalfTurns(const double& x, const int32_t& count) {
 template <Wave wave>
 QORKES_INLINE ext reducedToPiece(WaveArgument& argument, const double& x) {
     const ext r = reducedByHalfTurns<wave>(x, argument.count);
-    storeNearest(argument.piece, load(piecesPerRadian) * r);
+    storeNearest(argument.piece, loadedHere(piecesPerRadian) * r);
     return r;
 }
 
@@ -70,7 +70,7 @@ QORKES_INLINE void storeWave(double& y, ext r, const WaveArgument& argument,
                              const SinePieces& pieces) {
     const double* c = pieces.rows[__builtin_abs(argument.piece)];
     const ext r2 = r * r;
-    ext p = load(c[5]);
+    ext p = loadedHere(c[5]);
     p = p * r2 + c[4];
     p = p * r2 + c[3];
     p = p * r2 + c[2];
@@ -128,6 +128,14 @@ QORKES_NOINLINE [[gnu::flatten]] void waves(int n, const double* a, double* y) {
     inGroups<4>(
         n, [=](int i) { waveOfFour<wave, scalarCode>(i, a, y, *pieces); },
         [=](int i) { waveOfOne<wave, scalarCode>(i, a, y, *pieces); });
+}
+
+/// A reinitialised unit has lost the caller's exception masks too; they come back.
+template <Wave wave, ScalarCode scalarCode>
+QORKES_INLINE void wavesInFrame(int n, const double* a, double* y) {
+    const uint16_t callers = controlWord();
+    inFrame<Precision::bits64, Mxcsr::cleared, waves<wave, scalarCode>>(n, a, y);
+    if (controlWord() != callers) setControlWord(callers);
 }
 
 } // namespace qorkes

@@ -65,13 +65,11 @@ QORKES_INLINE void reduceLanes(const float* x, float* counts, float* r) {
         return;
     }
     _mm_store_ps(counts, Kernel::counts(lanes));
-    r[0] = round32(reduced(x[0], load(counts[0]), Kernel::step));
-    r[1] = round32(reduced(x[1], load(counts[1]), Kernel::step));
-    r[2] = round32(reduced(x[2], load(counts[2]), Kernel::step));
-    r[3] = round32(reduced(x[3], load(counts[3]), Kernel::step));
+    r[0] = round32(reduced(x[0], loadedHere(counts[0]), Kernel::step));
+    r[1] = round32(reduced(x[1], loadedHere(counts[1]), Kernel::step));
+    r[2] = round32(reduced(x[2], loadedHere(counts[2]), Kernel::step));
+    r[3] = round32(reduced(x[3], loadedHere(counts[3]), Kernel::step));
 }
-
-constexpr int blockSize = 64;
 
 /// Up to blockSize elements in whole groups of four.
 template <class Kernel>

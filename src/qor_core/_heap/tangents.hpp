@@ -21,7 +21,7 @@ template <class Slot> struct Quotient { Slot numerator, denominator; };
 
 template <class Kernel, class T>
 QORKES_INLINE void countQuarterTurns(int32_t& count, const T& x) {
-    storeNearest(count, load(Kernel::step.inverse) * x);
+    storeNearest(count, loadedHere(Kernel::step.inverse) * x);
 }
 
 template <class Kernel, class T>

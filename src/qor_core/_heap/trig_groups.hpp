@@ -12,20 +12,6 @@
 
 namespace qorkes {
 
-/// A number from memory at this place of the code. Left to itself the compiler keeps
-/// constants on the register stack, where every use costs a copy; a load costs nothing.
-QORKES_INLINE ext load(const double& x) {
-    ext loaded;
-    asm volatile("fldl %1" : "=t"(loaded) : "m"(x));
-    return loaded;
-}
-
-QORKES_INLINE ext load(const float& x) {
-    ext loaded;
-    asm volatile("flds %1" : "=t"(loaded) : "m"(x));
-    return loaded;
-}
-
 /// Stores the nearest integer; one beyond the range becomes the most negative.
 QORKES_INLINE void storeNearest(int32_t& n, ext x) {
     asm("fistpl %0" : "=m"(n) : "t"(x) : "st");
@@ -86,11 +72,11 @@ static_assert(hasPattern(quarterTurn.parts[3], 0x3B78CC51701B839A));
 
 /// Less a count of steps.
 QORKES_INLINE ext reduced(const double& x, ext count, const Step& step) {
-    ext r = load(x);
-    r -= load(step.parts[0]) * count;
-    r -= load(step.parts[1]) * count;
-    r -= load(step.parts[2]) * count;
-    r -= load(step.parts[3]) * count;
+    ext r = loadedHere(x);
+    r -= loadedHere(step.parts[0]) * count;
+    r -= loadedHere(step.parts[1]) * count;
+    r -= loadedHere(step.parts[2]) * count;
+    r -= loadedHere(step.parts[3]) * count;
     return r;
 }
 
@@ -109,9 +95,9 @@ static_assert(hasPattern(shortQuarterTurn.parts[0], 0x3FF921FB54440000));
 static_assert(hasPattern(shortQuarterTurn.parts[1], 0x3D868C234C4C6629));
 
 QORKES_INLINE ext reduced(const float& x, ext count, const ShortStep& step) {
-    ext r = load(x);
-    r -= load(step.parts[0]) * count;
-    r -= load(step.parts[1]) * count;
+    ext r = loadedHere(x);
+    r -= loadedHere(step.parts[0]) * count;
+    r -= loadedHere(step.parts[1]) * count;
     return r;
 }
 

@@ -41,7 +41,7 @@ struct Argument {
 
 QORKES_INLINE ext reducedToPiece(Argument& argument, const double& x) {
     const ext r = reduced(x, loadInteger(argument.count), quarterTurn);
-    storeNearest(argument.piece, load(piecesPerRadian) * r);
+    storeNearest(argument.piece, loadedHere(piecesPerRadian) * r);
     return r;
 }
 
@@ -53,13 +53,13 @@ QORKES_INLINE void storeBoth(double* y, double* z, ext r, const Argument& argume
     const auto count = static_cast<uint32_t>(argument.count);
     const uint32_t odd = count & 1;
     const ext r2 = r * r;
-    ext s = load(row.S3);
+    ext s = loadedHere(row.S3);
     s = s * r2 + row.S2;
     s = s * r2 + row.S1;
     s = s * r2 + row.S0;
     s = s * r2 + 1.0L;
     storeFlipped(odd ? *z : *y, s * r, (count + odd) << 30);
-    ext c = load(row.C3);
+    ext c = loadedHere(row.C3);
     c = c * r2 + row.C2;
     c = c * r2 + row.C1;
     c = c * r2 + row.C0;
@@ -76,10 +76,10 @@ QORKES_INLINE void sinCosOfFour(int i, const double* a, double* y, double* z,
     }
     const double* x = a + i;
     Argument argument[4];
-    storeNearest(argument[0].count, load(quarterTurn.inverse) * x[0]);
-    storeNearest(argument[1].count, load(quarterTurn.inverse) * x[1]);
-    storeNearest(argument[2].count, load(quarterTurn.inverse) * x[2]);
-    storeNearest(argument[3].count, load(quarterTurn.inverse) * x[3]);
+    storeNearest(argument[0].count, loadedHere(quarterTurn.inverse) * x[0]);
+    storeNearest(argument[1].count, loadedHere(quarterTurn.inverse) * x[1]);
+    storeNearest(argument[2].count, loadedHere(quarterTurn.inverse) * x[2]);
+    storeNearest(argument[3].count, loadedHere(quarterTurn.inverse) * x[3]);
     const ext r0 = reducedToPiece(argument[0], x[0]);
     const ext r1 = reducedToPiece(argument[1], x[1]);
     const ext r2 = reducedToPiece(argument[2], x[2]);
@@ -95,7 +95,7 @@ QORKES_INLINE void sinCosOfOne(int i, const double* a, double* y, double* z,
     if (!isBelowLimit(a[i])) [[unlikely]]
         return _qordSinCos_SC_HA(i, a, y, z, nullptr);
     Argument argument;
-    storeNearest(argument.count, load(quarterTurn.inverse) * a[i]);
+    storeNearest(argument.count, loadedHere(quarterTurn.inverse) * a[i]);
     const ext r = reducedToPiece(argument, a[i]);
     storeBoth(y + i, z + i, r, argument, pieces);
 }

@@ -31,12 +31,12 @@ QORKES_INLINE void storeBoth(float* y, float* z, ext r, int32_t signedCount) {
     const uint32_t odd = count & 1;
     const ext r2 = r * r;
     const auto& k = *inRegister(&coefficients);
-    ext s = load(k.S3);
+    ext s = loadedHere(k.S3);
     s = s * r2 + k.S2;
     s = s * r2 + k.S1;
     s = s * r2 + k.S0;
     storeFlipped(odd ? *z : *y, s * r, (count + odd) << 30);
-    ext c = load(k.C2);
+    ext c = loadedHere(k.C2);
     c = c * r2 + k.C1;
     c = c * r2 + k.C0;
     storeFlipped(odd ? *y : *z, k.one - (r2 * k.half - r2 * r2 * c),
@@ -50,10 +50,10 @@ QORKES_INLINE void sinCosOfFour(int i, const float* a, float* y, float* z) {
         return;
     }
     int32_t count[4];
-    storeNearest(count[0], load(quarterTurn.inverse) * x[0]);
-    storeNearest(count[1], load(quarterTurn.inverse) * x[1]);
-    storeNearest(count[2], load(quarterTurn.inverse) * x[2]);
-    storeNearest(count[3], load(quarterTurn.inverse) * x[3]);
+    storeNearest(count[0], loadedHere(quarterTurn.inverse) * x[0]);
+    storeNearest(count[1], loadedHere(quarterTurn.inverse) * x[1]);
+    storeNearest(count[2], loadedHere(quarterTurn.inverse) * x[2]);
+    storeNearest(count[3], loadedHere(quarterTurn.inverse) * x[3]);
     const ext r0 = reduced(x[0], loadInteger(count[0]), shortQuarterTurn);
     const ext r1 = reduced(x[1], loadInteger(count[1]), shortQuarterTurn);
     const ext r2 = reduced(x[2], loadInteger(count[2]), shortQuarterTurn);
@@ -68,7 +68,7 @@ QORKES_INLINE void sinCosOfOne(int i, const float* a, float* y, float* z) {
     if (!areWithin(_mm_load_ss(a + i), limit)) [[unlikely]]
         return _qorsSinCos_SC_HA(i, a, y, z, nullptr);
     int32_t count;
-    storeNearest(count, load(quarterTurn.inverse) * a[i]);
+    storeNearest(count, loadedHere(quarterTurn.inverse) * a[i]);
     const ext r = reduced(a[i], loadInteger(count), shortQuarterTurn);
     storeBoth(y + i, z + i, r, count);
 }

@@ -34,8 +34,8 @@ struct Tangent {
     QORKES_INLINE static void polynomials(ext r, ext& u, ext& v) {
         const auto& k = *inRegister(&coefficients);
         const ext r2 = r * r;
-        u = (load(k.A1) * r2 + k.A0) * r;
-        v = (load(k.B2) * r2 + k.B1) * r2 + k.B0;
+        u = (loadedHere(k.A1) * r2 + k.A0) * r;
+        v = (loadedHere(k.B2) * r2 + k.B1) * r2 + k.B0;
     }
     static void scalarCode(int i, const float* a, float* y) {
         _qorsTan_SC_HA(i, a, y, nullptr);
