@@ -14,7 +14,8 @@
  * Arguments: n of 0 and below does nothing. Pointers are not tested. Arrays need no
  * alignment. The result array may be an argument array; arrays may not overlap in any
  * other way. The caller's x87 control word and MXCSR are back on return, and results
- * do not depend on them except where a function says so.
+ * do not depend on them except where a function says so. MXCSR's denormals-are-zero,
+ * which came after this processor level, is left as it is and does what it says.
  *
  * A special element gets its defined result and a report (below); the kernel then goes
  * on with the next one. Kernels are reentrant.
