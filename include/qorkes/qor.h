@@ -170,4 +170,207 @@ QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
 
+/* ---- Exp: y = e^a ------------------------------------------------------------------
+ *
+ * Powers of two from tables and a short polynomial in what they leave (Tang,
+ * "Table-driven implementation of the exponential function in IEEE floating-point
+ * arithmetic", 1989, for the class of methods), on the x87 unit at 64 bits, float at 53.
+ *
+ *   NaN                     the NaN, quiet
+ *   +infinity, -infinity    +infinity, +0
+ *   overflow                +infinity   QOR_STATUS_OVERFLOW
+ *   total loss              +0          QOR_STATUS_UNDERFLOW
+ *
+ * Overflow is from 709.7827128933841 up, float 88.72283935546875; total loss is at
+ * -745.1332191019412 and below, float below -103.97207641601562. A float result that is
+ * denormal is silent. In double, magnitudes from 708.3964185322642 on are reported too,
+ * up to 709.7822265625 if positive: the result is e^a, denormal if a is negative, and
+ * the status says nothing. It is an even number from 0 to 62.
+ */
+QORKES_API void _qordExp_HA(int n, const double* a, double* y);
+QORKES_API void _qordExp_50(int n, const double* a, double* y);
+QORKES_API void _qorsExp_HA(int n, const float* a, float* y);
+QORKES_API void _qorsExp_21(int n, const float* a, float* y);
+QORKES_API void _qorsExp_11(int n, const float* a, float* y);
+
+/* ---- Ln: y = ln(a) -----------------------------------------------------------------
+ *
+ * Double: logarithm and reciprocal of the top 8 bits of the mantissa from a table and a
+ * polynomial in the rest (Tang, "Table-driven implementation of the logarithm function
+ * in IEEE floating-point arithmetic", 1990, for the class of methods); just below 1 the
+ * Taylor series. Float: a cubic for each of 256 pieces of the mantissa. Arguments that
+ * are no positive normal numbers take the logarithm of the x87 unit.
+ *
+ *   +-0                     -infinity            QOR_STATUS_SING
+ *   negative, -infinity     the default NaN      QOR_STATUS_ERRDOM
+ *   +infinity               +infinity
+ *   NaN                     the NaN, quiet; QOR_STATUS_ERRDOM in double if the NaN's high
+ *                           word is 0xFFF00000
+ *
+ * A float is computed by the unit's logarithm too if its neighbour is special: elements
+ * count in pairs from the first one. A report of a float kernel saves and restores the
+ * state of the x87 unit, so exception flags that a handler raises do not survive it.
+ */
+QORKES_API void _qordLn_HA(int n, const double* a, double* y);
+QORKES_API void _qordLn_50(int n, const double* a, double* y);
+QORKES_API void _qorsLn_HA(int n, const float* a, float* y);
+QORKES_API void _qorsLn_21(int n, const float* a, float* y);
+QORKES_API void _qorsLn_11(int n, const float* a, float* y);
+
+/* ---- Log10: y = log10(a) -----------------------------------------------------------
+ *
+ * As Ln, with tables and polynomials of its own.
+ */
+QORKES_API void _qordLog10_HA(int n, const double* a, double* y);
+QORKES_API void _qordLog10_50(int n, const double* a, double* y);
+QORKES_API void _qorsLog10_HA(int n, const float* a, float* y);
+QORKES_API void _qorsLog10_21(int n, const float* a, float* y);
+QORKES_API void _qorsLog10_11(int n, const float* a, float* y);
+
+/* ---- Sin: y = sin(a), a in radians -------------------------------------------------
+ *
+ * The nearest multiple of pi is taken off, in parts whose products with its count are
+ * exact (Cody and Waite, "Software manual for the elementary functions", 1980), and what
+ * is left goes through an odd polynomial: in double one for each of 65 pieces at 64 bits
+ * on the x87 unit, in float one for all. Far arguments, infinities and NaNs go to the
+ * scalar code (below), and their whole group of four with them: doubles from 128000 up,
+ * floats above 500000, _21 above 1000000.
+ *
+ *   +-0           the argument
+ *   +-infinity    the default NaN   QOR_STATUS_ERRDOM, as "dSin_HA", "sSin_HA", "sSin_LA"
+ *   NaN           float: the NaN, quiet; double: the default NaN, QOR_STATUS_ERRDOM if
+ *                 its high word is 0x7FF00000 or 0xFFF00000
+ *
+ * The double kernels of Sin and Cos reinitialise the x87 unit before they hand a group
+ * over: its exception flags are lost.
+ */
+QORKES_API void _qordSin_HA(int n, const double* a, double* y);
+QORKES_API void _qordSin_50(int n, const double* a, double* y);
+QORKES_API void _qorsSin_HA(int n, const float* a, float* y);
+QORKES_API void _qorsSin_21(int n, const float* a, float* y);
+QORKES_API void _qorsSin_11(int n, const float* a, float* y);
+
+/* ---- Cos: y = cos(a), a in radians -------------------------------------------------
+ *
+ * As Sin, with the nearest odd multiple of pi/2; _21 hands over above 10048. NaNs and
+ * infinities as there, reported as "dCos_HA", "sCos_HA", "sCos_LA".
+ */
+QORKES_API void _qordCos_HA(int n, const double* a, double* y);
+QORKES_API void _qordCos_50(int n, const double* a, double* y);
+QORKES_API void _qorsCos_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCos_21(int n, const float* a, float* y);
+QORKES_API void _qorsCos_11(int n, const float* a, float* y);
+
+/* ---- SinCos: y = sin(a), z = cos(a), a in radians ----------------------------------
+ *
+ * As Sin, with the nearest multiple of pi/2 and a polynomial for each of the two; floats
+ * are handed over above 1000000. An infinity gives the default NaN in both, reported as
+ * "dSinCos_HA", "sSinCos_HA", "sSinCos_LA". y may be a, or z may, but not both.
+ */
+QORKES_API void _qordSinCos_HA(int n, const double* a, double* y, double* z);
+QORKES_API void _qordSinCos_50(int n, const double* a, double* y, double* z);
+QORKES_API void _qorsSinCos_HA(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_21(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_11(int n, const float* a, float* y, float* z);
+
+/* ---- Tan: y = tan(a), a in radians -------------------------------------------------
+ *
+ * As Sin, with the nearest multiple of pi/2 and a quotient of two polynomials; groups of
+ * four share one division. Floats are handed over above 128000, _21 above 500000. Near a
+ * pole there is no report. Infinities are reported as "dTan_HA" (_50: "dTan_LA"),
+ * "sTan_HA", "sTan_LA".
+ */
+QORKES_API void _qordTan_HA(int n, const double* a, double* y);
+QORKES_API void _qordTan_50(int n, const double* a, double* y);
+QORKES_API void _qorsTan_HA(int n, const float* a, float* y);
+QORKES_API void _qorsTan_21(int n, const float* a, float* y);
+QORKES_API void _qorsTan_11(int n, const float* a, float* y);
+
+/* ---- Sine, cosine and tangent of one argument --------------------------------------
+ *
+ * _dSin, _dCos and _dTan are good to little more than half an ulp for every double, in
+ * plain double arithmetic: a table row for the nearest multiple of pi/32 and polynomials
+ * (Tang, "Table-lookup algorithms for elementary functions and their error analysis",
+ * 1991, for the class of methods). Magnitudes below 2^-252 give x and 1.0. An infinity
+ * gives a NaN and raises invalid; a NaN gives a NaN; nothing is reported. _dSinCos
+ * stores the values of _dSin and _dCos.
+ *
+ * _qorreduce_pio2d takes off the nearest multiple of pi/2, for every finite x: out[0] +
+ * out[1] is what is left, the second what the first lacks, and the result its count
+ * modulo 4. From 2^30 on it multiplies by the digits of 4/pi that matter (Payne and
+ * Hanek, "Radian reduction for trigonometric functions", 1983). Not checked: infinities
+ * and NaNs.
+ */
+QORKES_API double _dSin(double x);
+QORKES_API double _dCos(double x);
+QORKES_API void _dSinCos(double x, double* s, double* c);
+QORKES_API double _dTan(double x);
+QORKES_API int _qorreduce_pio2d(double x, double out[2]);
+
+/* Scalar code: element i alone, by the functions above, whatever its size, and with the
+ * reports of the kernels. HA, LA and A11 differ in the name that a report gets: "dSin_HA",
+ * "dSin_LA", "dSin_A11" and so on. The status pointer is not used. */
+QORKES_API void _qordSin_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsSin_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordCos_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsCos_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordSinCos_SC_HA(int i, const double* a, double* y, double* z,
+                                  int* status);
+QORKES_API void _qordSinCos_SC_LA(int i, const double* a, double* y, double* z,
+                                  int* status);
+QORKES_API void _qordSinCos_SC_A11(int i, const double* a, double* y, double* z,
+                                   int* status);
+QORKES_API void _qorsSinCos_SC_HA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_LA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_A11(int i, const float* a, float* y, float* z,
+                                   int* status);
+
+QORKES_API void _qordTan_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsTan_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_A11(int i, const float* a, float* y, int* status);
+
+/* ---- Pack and Unpack ---------------------------------------------------------------
+ *
+ * Elements of a strided (I), indexed (V) or masked (M) array, gathered side by side or
+ * scattered back:
+ *
+ *     double pairs[6] = {1, 10, 2, 20, 3, 30}, firsts[3];
+ *     _qordPackI(3, pairs, 2, firsts);    // 1, 2, 3
+ *
+ *   PackI     y[i] = a[i * incra]         UnpackI   y[i * incry] = a[i]
+ *   PackV     y[i] = a[ia[i]]             UnpackV   y[iy[i]] = a[i]
+ *   PackM     the a[i] with ma[i] != 0    UnpackM   to the y[i] with my[i] != 0
+ *
+ * for i from 0 to n - 1, ascending; strides and indices count elements and may be 0 or
+ * negative. Nothing is computed and nothing reported; bits are kept, but that a
+ * signaling NaN comes out quiet from _qordPackM and _qordUnpackM. Not checked: pointers,
+ * bounds, overlap, and in the I and V forms n below 0 (one block of eight is moved).
+ * Unselected elements of y stay as they are; the count of selected ones is the caller's.
+ */
+QORKES_API void _qordPackI(int n, const double* a, int incra, double* y);
+QORKES_API void _qordPackV(int n, const double* a, const int* ia, double* y);
+QORKES_API void _qordPackM(int n, const double* a, const int* ma, double* y);
+QORKES_API void _qorsPackI(int n, const float* a, int incra, float* y);
+QORKES_API void _qorsPackV(int n, const float* a, const int* ia, float* y);
+QORKES_API void _qorsPackM(int n, const float* a, const int* ma, float* y);
+QORKES_API void _qordUnpackI(int n, const double* a, double* y, int incry);
+QORKES_API void _qordUnpackV(int n, const double* a, double* y, const int* iy);
+QORKES_API void _qordUnpackM(int n, const double* a, double* y, const int* my);
+QORKES_API void _qorsUnpackI(int n, const float* a, float* y, int incry);
+QORKES_API void _qorsUnpackV(int n, const float* a, float* y, const int* iy);
+QORKES_API void _qorsUnpackM(int n, const float* a, float* y, const int* my);
+
 #endif
