@@ -22,6 +22,13 @@ QORKES_INLINE const BrngRecord& rowOf(const StreamState* stream) {
     return table[row];
 }
 
+/// Allocates a stream of generator `brng`; its state is left to the caller.
+QORKES_INLINE int allocateStream(StreamState** stream, int brng) {
+    int row, offset;
+    const BrngRecord* table = __kesGetBrngBaseOffset(brng, &row, &offset);
+    return __kesAllocateStream(stream, table, brng, row, offset);
+}
+
 /// The generator's state record.
 template <class State> QORKES_INLINE State& stateOf(StreamState* stream) {
     return *reinterpret_cast<State*>(stream + 1);

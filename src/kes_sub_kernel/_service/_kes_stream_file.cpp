@@ -123,10 +123,7 @@ void __kesValidateHeader(int* status, const FileHeader* header) {
 // ---- The stream
 
 void __kesCreateStream(int* status, const FileHeader* header, StreamState** stream) {
-    if (*status < 0) return;
-    int row, offset;
-    const BrngRecord* table = __kesGetBrngBaseOffset(header->brng, &row, &offset);
-    *status = __kesAllocateStream(stream, table, header->brng, row, offset);
+    if (*status >= 0) *status = allocateStream(stream, header->brng);
 }
 
 /// Whatever the caller's variable holds, after any failure.
