@@ -42,7 +42,7 @@ constexpr BrngRecord rowdAbstract = ROW(dAbstract, 52, 0, 1, 4, 32);
 constexpr BrngRecord rowsAbstract = ROW(sAbstract, 44, 0, 1, 4, 32);
 // clang-format on
 
-constexpr bool isThere(const BrngRecord& row) { return row.InitStream != nullptr; }
+constexpr bool isThere(const BrngRecord& row) { return row.StateSize > 0; }
 
 constexpr bool allRowsAreThere =
     isThere(rowR250) && isThere(rowMRG32K3A) && isThere(rowWH) && isThere(rowSobol) &&
