@@ -95,20 +95,22 @@ Eighths eighthsOfTurn(double x) {
     return sum;
 }
 
-/// (r + low) pi/4. The products with the top of pi/4 are exact.
+/// (r + low) pi/4. The products with the top of pi/4 are exact, and so are the sums.
 Reduction timesQuarterPi(ext r, ext low, uint32_t quadrant) {
     const ext scaled = r * splitter;
     const ext top = (r + scaled) - scaled;
-    const ext tail =
-        (r - top) * quarterPiHigh + (r * quarterPiLow + low * quarterPiHigh);
-    return {top * quarterPiHigh, tail, quadrant};
+    ext product = top * quarterPiHigh;
+    ext lost = addTo(product, (r - top) * quarterPiHigh);
+    lost += addTo(product, r * quarterPiLow) + low * quarterPiHigh;
+    return {product, lost, quadrant};
 }
 
 Reduction reduceLarge(double x) {
     const Eighths x4 = eighthsOfTurn(x);
     const double shifted = round64(x4.high + toTwos);
     ext r = x4.high - (shifted - ext{toTwos});
-    const ext low = addTo(r, x4.middle) + x4.low;
+    ext low = addTo(r, x4.middle) + x4.low;
+    low = addTo(r, low);
     return timesQuarterPi(r, low, lowWord(shifted));
 }
 
