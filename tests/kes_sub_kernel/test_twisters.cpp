@@ -80,6 +80,23 @@ TEST_P(EveryTwister, StateIsTheWindowThatEachPathLeaves) {
         }
 }
 
+/// However many passes a long draw of reals takes.
+TEST_P(EveryTwister, LongDrawsLeaveOneStateForAllKinds) {
+    for (const int n : {4095, 4096, 4097, 10000}) {
+        const Stream integers = newStream(twister.brng, {3});
+        const Stream doubles = copyOf(integers), singles = copyOf(integers);
+        const std::vector<uint32_t> expected = take<uint32_t>(integers, n);
+        const std::vector<double> r = take<double>(doubles, n);
+        take<float>(singles, n);
+        for (std::size_t i = 0; i < r.size(); ++i)
+            ASSERT_EQ(r[i], expected[i] * 0x1p-32) << i;
+        for (const Stream* other : {&doubles, &singles}) {
+            EXPECT_EQ(words(*other), words(integers));
+            EXPECT_EQ(position(*other), position(integers));
+        }
+    }
+}
+
 TEST_P(EveryTwister, SeedsOfAnyLengthCountWhole) {
     const std::vector<uint32_t> none = take<uint32_t>(newStream(twister.brng, {}), 5);
     EXPECT_EQ(take<uint32_t>(newStream(twister.brng, {1}), 5), none);
