@@ -5,31 +5,23 @@
 // A kernel brings, as static members,
 //     Element                double or float
 //     Slot                   what numerators and denominators are kept in
-//     step                   pi/2 in parts
-//     isOrdinary(x)          false beyond the limit, where the scalar code takes over
-//     areFourOrdinary(x)
+//     isOrdinary(x), areOrdinary(x)   one of the limits
 //     polynomials(r, u, v)
 //     scalarCode(i, a, y)
 #pragma once
 
 #include <qor_core/_heap/trig_groups.hpp>
-#include <qor_core/frame.hpp>
 
 namespace qorkes {
 
 template <class Slot> struct Quotient { Slot numerator, denominator; };
 
 template <class Kernel, class T>
-QORKES_INLINE void countQuarterTurns(int32_t& count, const T& x) {
-    storeNearest(count, loadedHere(Kernel::step.inverse) * x);
-}
-
-template <class Kernel, class T>
 QORKES_INLINE auto quotientOf(const T& x, const int32_t& count) {
     using Slot = typename Kernel::Slot;
     const bool isOdd = count & 1;
     ext u, v;
-    Kernel::polynomials(reduced(x, loadInteger(count), Kernel::step), u, v);
+    Kernel::polynomials(reducedByQuarterTurns(x, count), u, v);
     return Quotient<Slot>{static_cast<Slot>(isOdd ? v : u),
                           static_cast<Slot>(isOdd ? u : v)};
 }
@@ -43,7 +35,7 @@ template <class Kernel, class T>
 QORKES_NOINLINE void tangentOfOne(int i, const T* a, T* y) {
     if (!Kernel::isOrdinary(a + i)) return Kernel::scalarCode(i, a, y);
     int32_t count;
-    countQuarterTurns<Kernel>(count, a[i]);
+    countQuarterTurns(count, a[i]);
     const auto q = quotientOf<Kernel>(a[i], count);
     storeTangent(y[i], ext{q.numerator} / q.denominator, count);
 }
@@ -55,15 +47,15 @@ template <class Kernel, class T> QORKES_COLD void oneByOne(int i, const T* a, T*
 template <class Kernel, class T>
 QORKES_INLINE void tangentsOfFour(int i, const T* a, T* y) {
     const T* x = a + i;
-    if (!Kernel::areFourOrdinary(x)) [[unlikely]] {
+    if (!Kernel::areOrdinary(x)) [[unlikely]] {
         for (int k = 0; k < 4; ++k) Kernel::scalarCode(i + k, a, y);
         return;
     }
     int32_t count[4];
-    countQuarterTurns<Kernel>(count[0], x[0]);
-    countQuarterTurns<Kernel>(count[1], x[1]);
-    countQuarterTurns<Kernel>(count[2], x[2]);
-    countQuarterTurns<Kernel>(count[3], x[3]);
+    countQuarterTurns(count[0], x[0]);
+    countQuarterTurns(count[1], x[1]);
+    countQuarterTurns(count[2], x[2]);
+    countQuarterTurns(count[3], x[3]);
     const auto q0 = quotientOf<Kernel>(x[0], count[0]);
     const auto q1 = quotientOf<Kernel>(x[1], count[1]);
     const ext n0 = ext{q0.numerator} * q1.denominator;

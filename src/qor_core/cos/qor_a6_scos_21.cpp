@@ -15,7 +15,7 @@ static_assert(hasPattern(singleHalfPi, 0x3FC90FDB));
 
 struct Cosine {
     static constexpr float limit = 10048.0f;
-    static constexpr const ShortStep& step = shortHalfTurn;
+    static constexpr const auto& step = halfTurn<float>;
     static constexpr bool skipsSmall = false, hasSecond = false;
 
     /// Half turns from a quarter turn on.

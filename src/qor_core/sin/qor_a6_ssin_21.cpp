@@ -12,7 +12,7 @@ namespace {
 
 struct Sine {
     static constexpr float limit = 1000000.0f;
-    static constexpr const ShortStep& step = shortHalfTurn;
+    static constexpr const auto& step = halfTurn<float>;
     static constexpr bool skipsSmall = false, hasSecond = false;
 
     QORKES_INLINE static __m128 counts(__m128 x) {

@@ -33,7 +33,7 @@ QORKES_INLINE __m128 cosineOf(__m128 r2) {
 
 struct SineAndCosine {
     static constexpr float limit = 1000000.0f;
-    static constexpr const ShortStep& step = shortQuarterTurn;
+    static constexpr const auto& step = quarterTurn<float>;
     static constexpr bool skipsSmall = true, hasSecond = true;
 
     QORKES_INLINE static __m128 counts(__m128 x) { return quarterTurns(x); }

@@ -18,7 +18,7 @@ static_assert(hasPattern(tangentA, 0xBDC433B8) && hasPattern(tangentB1, 0xBEDBB7
 
 struct Tangent {
     static constexpr float limit = 500000.0f;
-    static constexpr const ShortStep& step = shortQuarterTurn;
+    static constexpr const auto& step = quarterTurn<float>;
     static constexpr bool skipsSmall = true, hasSecond = false;
 
     QORKES_INLINE static __m128 counts(__m128 x) { return quarterTurns(x); }
