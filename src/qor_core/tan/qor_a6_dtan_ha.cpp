@@ -9,5 +9,5 @@ using namespace qorkes;
 
 void _qordTan_HA(int n, const double* a, double* y) {
     inFrame<Precision::bits64, Mxcsr::cleared,
-            tangents<DoubleTangent<ext, _qordTan_SC_HA>>>(n, a, y);
+            tangents<DoubleTangent<WideSlot, _qordTan_SC_HA>>>(n, a, y);
 }

@@ -21,7 +21,7 @@ static_assert(coefficients.A[1] == -0.0958017723 && coefficients.B[1] == -0.4291
 
 struct Tangent : FloatLimit<128000> {
     using Element = float;
-    using Slot = ext;
+    using Slot = double; // which holds all of 53 bits
 
     QORKES_INLINE static void polynomials(ext r, ext& u, ext& v) {
         const auto& k = *inRegister(&coefficients);
