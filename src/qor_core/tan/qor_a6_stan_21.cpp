@@ -1,4 +1,4 @@
-// _qorsTan_21: y = tan(a) in single precision, largest error 4.0 ulp.
+// _qorsTan_21: y = tan(a) in single precision, largest error 3.5 ulp.
 //
 // x less a multiple of pi/2, rounded to float, then the tangent of r in [-pi/4, pi/4]
 // as a quotient u / v of an odd and an even polynomial in float arithmetic. An odd
