@@ -39,6 +39,9 @@ namespace {
 // float 21 and float 11.
 // clang-format off
 constexpr Function rows[] = {
+    {"Acosh", "acosh(a)", Form::oneToOne, KERNELS(Acosh, HA, HA, HA)},
+    {"Asinh", "asinh(a)", Form::oneToOne, KERNELS(Asinh, HA, HA, HA)},
+    {"Atanh", "atanh(a)", Form::oneToOne, KERNELS(Atanh, HA, HA, HA)},
     {"Cos", "cos(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Cos, HA, HA)},
     {"Cosh", "cosh(a)", Form::oneToOne, KERNELS(Cosh, HA, HA, HA)},
     {"Div", "a / b", Form::twoToOne, KERNELS(Div, HA, HA, HA)},

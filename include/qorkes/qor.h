@@ -335,6 +335,48 @@ QORKES_API void _qorsTanh_HA(int n, const float* a, float* y);
 QORKES_API void _qorsTanh_21(int n, const float* a, float* y);
 QORKES_API void _qorsTanh_11(int n, const float* a, float* y);
 
+/* ---- Asinh: y = asinh(a) -----------------------------------------------------------
+ *
+ * ln(|a| + sqrt(a^2 + 1)) with the sign of a, the logarithm as in Ln; double on the x87
+ * unit at 64 bits, float at 53. Below 0.001953125 in magnitude the Taylor series; a
+ * float below 2^-27 is its own result, as are NaNs and infinities. No report.
+ */
+QORKES_API void _qordAsinh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAsinh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAsinh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAsinh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAsinh_11(int n, const float* a, float* y);
+
+/* ---- Acosh: y = acosh(a) -----------------------------------------------------------
+ *
+ * ln(a + sqrt(a^2 - 1)), as Asinh; below 1.00048828125 in double a root and a
+ * polynomial.
+ *
+ *   +infinity, positive NaN    the argument
+ *   below 1, -infinity         a NaN of all ones but for its sign   QOR_STATUS_ERRDOM
+ *   negative NaN               that NaN too, without report
+ */
+QORKES_API void _qordAcosh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAcosh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAcosh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAcosh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAcosh_11(int n, const float* a, float* y);
+
+/* ---- Atanh: y = atanh(a) -----------------------------------------------------------
+ *
+ * ln((1 + |a|) / (1 - |a|)) / 2 with the sign of a, as Asinh. Below 0.0009765625 in
+ * magnitude the Taylor series; a float below 2^-28 is its own result.
+ *
+ *   +-1                     infinity with the sign of a             QOR_STATUS_SING
+ *   above 1 in magnitude    a NaN of all ones, the sign that of a   QOR_STATUS_ERRDOM
+ *   NaN                     the same, without report
+ */
+QORKES_API void _qordAtanh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAtanh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAtanh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAtanh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAtanh_11(int n, const float* a, float* y);
+
 /* ---- Sine, cosine and tangent of one argument --------------------------------------
  *
  * _dSin, _dCos and _dTan are good to little more than half an ulp for every double, in
