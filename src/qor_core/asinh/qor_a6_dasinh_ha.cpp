@@ -32,7 +32,9 @@ struct InverseSine {
         constexpr ext minusSixth = -1.0L / 6, threeFortieths = 0.075L;
         const ext x = loaded(a[i]);
         const ext square = x * x;
+        const uint32_t sign = highWord(a[i]) & signBit; // of -0, which the sum loses
         y[i] = round64(x + x * square * (minusSixth + square * threeFortieths));
+        setHighWord(y[i], highWord(y[i]) | sign);
     }
 };
 
