@@ -39,7 +39,11 @@ namespace {
 // float 21 and float 11.
 // clang-format off
 constexpr Function rows[] = {
+    {"Acosh", "acosh(a)", Form::oneToOne, KERNELS(Acosh, HA, HA, HA)},
+    {"Asinh", "asinh(a)", Form::oneToOne, KERNELS(Asinh, HA, HA, HA)},
+    {"Atanh", "atanh(a)", Form::oneToOne, KERNELS(Atanh, HA, HA, HA)},
     {"Cos", "cos(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Cos, HA, HA)},
+    {"Cosh", "cosh(a)", Form::oneToOne, KERNELS(Cosh, HA, HA, HA)},
     {"Div", "a / b", Form::twoToOne, KERNELS(Div, HA, HA, HA)},
     {"Exp", "e^a", Form::oneToOne, KERNELS(Exp, HA, HA, HA)},
     {"Inv", "1 / a", Form::oneToOne, KERNELS(Inv, HA, HA, HA)},
@@ -48,8 +52,10 @@ constexpr Function rows[] = {
     {"Log10", "log10(a)", Form::oneToOne, KERNELS(Log10, HA, HA, HA)},
     {"Sin", "sin(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Sin, HA, HA)},
     {"SinCos", "sin(a), cos(a)", Form::oneToTwo, KERNELS_BY_SCALAR_CODE(SinCos, HA, HA)},
+    {"Sinh", "sinh(a)", Form::oneToOne, KERNELS(Sinh, HA, HA, HA)},
     {"Sqrt", "sqrt(a)", Form::oneToOne, KERNELS(Sqrt, HA, HA, HA)},
     {"Tan", "tan(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Tan, 50, LA)},
+    {"Tanh", "tanh(a)", Form::oneToOne, KERNELS(Tanh, HA, HA, HA)},
 };
 // clang-format on
 

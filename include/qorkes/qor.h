@@ -287,6 +287,96 @@ QORKES_API void _qorsTan_HA(int n, const float* a, float* y);
 QORKES_API void _qorsTan_21(int n, const float* a, float* y);
 QORKES_API void _qorsTan_11(int n, const float* a, float* y);
 
+/* ---- Sinh: y = sinh(a) -------------------------------------------------------------
+ *
+ * e^a and e^-a from one reduction, both by powers of two from tables and a short
+ * polynomial for the rest (Tang 1989, as Exp), on the x87 unit at 64 bits. Up to
+ * 0.000946044921875 in magnitude the Taylor series; a float below 0.0003 is its own
+ * result.
+ *
+ *   NaN           double: the NaN as it is; float: the NaN, quiet
+ *   +-infinity    the argument
+ *   overflow      infinity with the sign of a   QOR_STATUS_OVERFLOW
+ *
+ * Overflow is from 710.475860073944 up in magnitude, float 89.4159927368164. In double
+ * it raises the overflow exception, for an infinite argument too.
+ */
+QORKES_API void _qordSinh_HA(int n, const double* a, double* y);
+QORKES_API void _qordSinh_50(int n, const double* a, double* y);
+QORKES_API void _qorsSinh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsSinh_21(int n, const float* a, float* y);
+QORKES_API void _qorsSinh_11(int n, const float* a, float* y);
+
+/* ---- Cosh: y = cosh(a) -------------------------------------------------------------
+ *
+ * As Sinh, but for the arguments near 0. Infinity and overflow give +infinity.
+ */
+QORKES_API void _qordCosh_HA(int n, const double* a, double* y);
+QORKES_API void _qordCosh_50(int n, const double* a, double* y);
+QORKES_API void _qorsCosh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCosh_21(int n, const float* a, float* y);
+QORKES_API void _qorsCosh_11(int n, const float* a, float* y);
+
+/* ---- Tanh: y = tanh(a) -------------------------------------------------------------
+ *
+ * Double: 1 - 2/(e^2a + 1), the power by a table and a polynomial, on the x87 unit at 64
+ * bits. Float: the tangent of the nearest sixteenth from a table, of the rest by a
+ * quotient of two polynomials, and the addition theorem, at 53 bits. Near 0 the Taylor
+ * series: below 0.002, float 0.001. No report.
+ *
+ *   denormal                             the argument
+ *   20 and up, float 10, in magnitude    1 with the sign of a, infinities included
+ *   NaN                                  the NaN, quiet; in double 1 with the sign of the
+ *                                        NaN if its high word without sign is 0x7FF00000
+ */
+QORKES_API void _qordTanh_HA(int n, const double* a, double* y);
+QORKES_API void _qordTanh_50(int n, const double* a, double* y);
+QORKES_API void _qorsTanh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsTanh_21(int n, const float* a, float* y);
+QORKES_API void _qorsTanh_11(int n, const float* a, float* y);
+
+/* ---- Asinh: y = asinh(a) -----------------------------------------------------------
+ *
+ * ln(|a| + sqrt(a^2 + 1)) with the sign of a, the logarithm as in Ln; double on the x87
+ * unit at 64 bits, float at 53. Below 0.001953125 in magnitude the Taylor series; a
+ * float below 2^-27 is its own result, as are NaNs and infinities. No report.
+ */
+QORKES_API void _qordAsinh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAsinh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAsinh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAsinh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAsinh_11(int n, const float* a, float* y);
+
+/* ---- Acosh: y = acosh(a) -----------------------------------------------------------
+ *
+ * ln(a + sqrt(a^2 - 1)), as Asinh; below 1.00048828125 in double a root and a
+ * polynomial.
+ *
+ *   +infinity, positive NaN    the argument
+ *   below 1, -infinity         a NaN of all ones but for its sign   QOR_STATUS_ERRDOM
+ *   negative NaN               that NaN too, without report
+ */
+QORKES_API void _qordAcosh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAcosh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAcosh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAcosh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAcosh_11(int n, const float* a, float* y);
+
+/* ---- Atanh: y = atanh(a) -----------------------------------------------------------
+ *
+ * ln((1 + |a|) / (1 - |a|)) / 2 with the sign of a, as Asinh. Below 0.0009765625 in
+ * magnitude the Taylor series; a float below 2^-28 is its own result.
+ *
+ *   +-1                     infinity with the sign of a             QOR_STATUS_SING
+ *   above 1 in magnitude    a NaN of all ones, the sign that of a   QOR_STATUS_ERRDOM
+ *   NaN                     the same, without report
+ */
+QORKES_API void _qordAtanh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAtanh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAtanh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAtanh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAtanh_11(int n, const float* a, float* y);
+
 /* ---- Sine, cosine and tangent of one argument --------------------------------------
  *
  * _dSin, _dCos and _dTan are good to little more than half an ulp for every double, in

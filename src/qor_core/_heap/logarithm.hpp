@@ -72,15 +72,13 @@ QORKES_NOINLINE static int tableRests(int n, const double* a, double* rests) {
     return count;
 }
 
-/// The logarithms of these pairs; returns how many elements they are. Each element is
-/// begun before the one in front of it is finished, which keeps the chains of dependent
-/// operations short.
-template <const Logarithm& f>
-QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
-    alignas(16) double rests[blockSize];
-    const int count = tableRests(n, a, rests);
-    if (count == 0) return 0;
-
+/// The logarithms of an even count of arguments, each given by its rest, `restOf(i)`,
+/// and the high word that it has as a double, `highOf(i)`, to `store(i, logarithm)`.
+/// Each is begun before the one in front of it is finished, which keeps the chains of
+/// dependent operations short.
+template <const Logarithm& f, class RestOf, class HighOf, class Store>
+QORKES_INLINE void logarithmsInTurn(int count, RestOf&& restOf, HighOf&& highOf,
+                                    Store&& store) {
     const ext logOf2 = inRegister(f.logOf2);
     const ext one = inRegister(1.0L);
     const auto& c = f.main;
@@ -90,15 +88,15 @@ QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
         return *reinterpret_cast<const LogarithmRow*>(place);
     };
     const auto begin = [&](int i, ext& r, ext& upper) {
-        r = (loaded(rests[i]) - one) * rowOf(highWord(a[i])).recip;
+        r = (restOf(i) - one) * rowOf(highOf(i)).recip;
         upper = ((c[5] * r + c[4]) * r + c[3]) * r + c[2];
     };
     const auto finish = [&](int i, ext r, ext upper) {
-        const uint32_t high = highWord(a[i]);
+        const uint32_t high = highOf(i);
         const LogarithmRow& row = rowOf(high);
         const ext p = ((upper * r + c[1]) * r + c[0]) * r;
         const ext k = loaded(exponents.k[high >> 20]);
-        y[i] = round64(((k * logOf2 + row.high) + row.low) + p);
+        store(i, ((k * logOf2 + row.high) + row.low) + p);
     };
     ext r0, r1, upper0, upper1;
     begin(0, r0, upper0);
@@ -108,6 +106,18 @@ QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
         begin(i + 2 < count ? i + 2 : i, r0, upper0);
         finish(i + 1, r1, upper1);
     }
+}
+
+/// The logarithms of the pairs for the table; returns how many elements they are.
+template <const Logarithm& f>
+QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
+    alignas(16) double rests[blockSize];
+    const int count = tableRests(n, a, rests);
+    if (count == 0) return 0;
+    logarithmsInTurn<f>(
+        count, [&](int i) { return loaded(rests[i]); },
+        [=](int i) { return highWord(a[i]); },
+        [=](int i, ext logarithm) { y[i] = round64(logarithm); });
     return count;
 }
 

@@ -38,14 +38,14 @@ struct SingleLogarithm {
     const char* kernel;
 };
 
-/// log a from the bits of a and its mantissa.
+/// The logarithm of mantissa times 2^k: the place of the mantissa's piece, 32 bytes for
+/// each, and k + 127.
 template <const SingleLogarithm& f>
-QORKES_INLINE float pieceLogarithm(uint32_t bits, const float& mantissa) {
-    const char* place = reinterpret_cast<const char*>(f.rows) + (bits >> 10 & 0x1FE0);
-    const auto* c = reinterpret_cast<const double*>(place);
-    const ext m = loaded(mantissa);
-    const ext p = ((c[3] * m + c[2]) * m + c[1]) * m + c[0];
-    return round32(f.powers.row[bits >> 23] + p);
+QORKES_INLINE ext pieceLogarithm(uint32_t place, uint32_t exponent, ext mantissa) {
+    const auto* c =
+        reinterpret_cast<const double*>(reinterpret_cast<const char*>(f.rows) + place);
+    const ext p = ((c[3] * mantissa + c[2]) * mantissa + c[1]) * mantissa + c[0];
+    return f.powers.row[exponent] + p;
 }
 
 QORKES_INLINE bool arePositiveNormal(const float* x) {
@@ -73,8 +73,11 @@ template <const SingleLogarithm& f>
 QORKES_NOINLINE int ordinaryPairs(int n, const float* a, float* y) {
     float mantissas[blockSize];
     const int count = storeMantissas(n, a, mantissas);
-    for (int i = 0; i < count; ++i)
-        y[i] = pieceLogarithm<f>(bitsOf(a[i]), mantissas[i]);
+    for (int i = 0; i < count; ++i) {
+        const uint32_t bits = bitsOf(a[i]);
+        y[i] = round32(
+            pieceLogarithm<f>(bits >> 10 & 0x1FE0, bits >> 23, loaded(mantissas[i])));
+    }
     return count;
 }
 

@@ -15,6 +15,7 @@
 //   -745.1332191019412 and down  +0, status 4
 //   |a| >= 708.3964185322642     e^a, the status is twice j2, which means nothing; none
 //                                from 709.7822265625 up
+#include <qor_core/_heap/powers_of_two.hpp>
 #include <qor_core/frame.hpp>
 
 using namespace qorkes;
@@ -45,28 +46,6 @@ struct Constants {
     ext c = inRegister(expPolyC * unit * unit * unit);
 };
 
-/// 80-bit rows as two doubles whose sum is exact, which costs less than a load of 80
-/// bits, found by their place in bytes: masked steps are one.
-struct Row {
-    double high, low;
-};
-static_assert(sizeof(Row) == 16);
-template <int n> struct Rows {
-    Row rows[n];
-
-    constexpr Rows(const ext (&values)[n], ext scale) : rows{} {
-        for (int j = 0; j < n; ++j) {
-            const ext value = values[j] * scale;
-            const auto high = static_cast<double>(value);
-            rows[j] = {high, static_cast<double>(value - high)};
-        }
-    }
-    QORKES_INLINE ext at(uint32_t place) const {
-        const auto* row =
-            reinterpret_cast<const Row*>(reinterpret_cast<const char*>(rows) + place);
-        return ext{row->high} + row->low;
-    }
-};
 constexpr Rows fineRows(expTabFine, 1 / (unit * unit * unit));
 constexpr Rows midRows(expTabMid, 1);
 constexpr Rows coarseRows(expTabCoarse, 1);

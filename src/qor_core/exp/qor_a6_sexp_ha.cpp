@@ -8,6 +8,7 @@
 //   +infinity, -infinity       +infinity, +0
 //   88.72283935546875 and up   +infinity, status 3
 //   below -103.97207641601562  +0, status 4
+#include <qor_core/_heap/powers_of_two.hpp>
 #include <qor_core/frame.hpp>
 
 using namespace qorkes;
@@ -30,26 +31,13 @@ static_assert(hasPattern(expLimitS, 0x42B17218));
 
 constexpr uint32_t lastDenormal = 0x42CFF1B4; // 103.97207641601562
 
-/// 2^k in row k mod 512, which serves every result that is kept.
-struct Powers {
-    double row[512];
-
-    constexpr Powers() : row{} {
-        for (uint32_t i = 0; i < 512; ++i) {
-            const uint32_t k = i < 256 ? i : i - 512;
-            row[i] = std::bit_cast<double>(uint64_t{k + 1023} << 52);
-        }
-    }
-};
-constexpr Powers powers;
-
 QORKES_INLINE void storeExp(float& y, const float& x) {
     const ext shifted = loaded(x) * log2OfE + expShifterS;
     const float steps = round32(shifted);
     const uint32_t b = bitsOf(steps);
     const ext r = shifted - steps;
     const ext q = (r + expPolySA) * r + expPolySB;
-    y = round32(q * expTabFloat[b & 0x3F] * powers.row[b >> 6 & 0x1FF]);
+    y = round32(q * expTabFloat[b & 0x3F] * singlePowers.at(b >> 6));
 }
 
 /// Lanes with |x| of expLimitS or more, NaNs excepted.
