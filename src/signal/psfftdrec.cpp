@@ -9,17 +9,24 @@ using namespace qorkes;
 
 namespace {
 
+/// Makes the compiler load from memory again instead of keeping more values than the
+/// x87 unit has registers, which it would store in 80 bits.
+QORKES_INLINE void forgetLoads() { asm volatile("" ::: "memory"); }
+
 template <bool mirrored> void toReal(double* x, int n, const double* table) {
     for (int k = 1; 2 * k < n; ++k) {
         double *const p = x + 2 * k, *const q = x + 2 * (n - k);
         const ext t = table[2 * k];
         const ext u = mirrored ? ext{1} - table[2 * k + 1] : ext{table[2 * k + 1]};
-        const ext a = p[0], b = p[1], c = q[0], d = q[1];
-        const ext P = u * (a - c) + t * (b + d), Q = u * (b + d) - t * (a - c);
-        p[0] = round64(c + P);
-        p[1] = round64(Q - d);
-        q[0] = round64(a - P);
-        q[1] = round64(Q - b);
+        const ext dr = ext{p[0]} - q[0], si = ext{p[1]} + q[1];
+        const ext P = u * dr + t * si, Q = u * si - t * dr;
+        forgetLoads();
+        const ext re = q[0] + P;
+        q[0] = round64(p[0] - P);
+        p[0] = round64(re);
+        const ext im = Q - q[1];
+        q[1] = round64(Q - p[1]);
+        p[1] = round64(im);
     }
     if (n > 1 && !mirrored) x[n + 1] = round64(-ext{x[n + 1]});
 }
@@ -30,12 +37,14 @@ void toComplex(const double* x, double* y, int n, const double* table) {
         const double *const p = x + 2 * k, *const q = x + 2 * (n - k);
         const ext t = table[2 * k];
         const ext u = mirrored ? -ext{table[2 * k + 1]} : ext{table[2 * k + 1]};
-        const ext a = p[0], b = p[1], c = q[0], d = q[1];
-        const ext P = u * (a - c) - t * (b + d), R = t * (a - c) + u * (b + d);
-        y[2 * k] = round64(a + c + P);
-        y[2 * k + 1] = round64(b - d + R);
-        y[2 * (n - k)] = round64(a + c - P);
-        y[2 * (n - k) + 1] = round64(R - (b - d));
+        const ext dr = ext{p[0]} - q[0], si = ext{p[1]} + q[1];
+        const ext P = u * dr - t * si, R = t * dr + u * si;
+        forgetLoads();
+        const ext sr = ext{p[0]} + q[0], di = ext{p[1]} - q[1];
+        y[2 * k] = round64(sr + P);
+        y[2 * (n - k)] = round64(sr - P);
+        y[2 * k + 1] = round64(di + R);
+        y[2 * (n - k) + 1] = round64(R - di);
     }
     if (n > 1) {
         y[n] = round64(2 * ext{x[n]});
