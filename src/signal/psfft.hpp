@@ -46,6 +46,10 @@ QORKES_INLINE int64_t pointsOf(int order) { return int64_t{1} << order; }
 /// Bytes rounded up to a multiple of 16, so that what follows in a block stays aligned.
 QORKES_INLINE int64_t to16(int64_t bytes) { return (bytes + 15) & ~int64_t{15}; }
 
+/// Makes the compiler load operands from memory again. It would rather keep them, run
+/// out of x87 registers and store 80-bit values, at seven cycles each.
+QORKES_INLINE void forgetLoads() { asm volatile("" ::: "memory"); }
+
 QORKES_INLINE void store(double& y, ext x) { y = round64(x); }
 QORKES_INLINE void store(float& y, ext x) { y = round32(x); }
 

@@ -21,42 +21,44 @@ template <Direction direction> void core(double* x, int n, const double* table) 
         zubs_cRadix4Inv_64fc(x, n, table);
 }
 
-struct Product {
-    ext re, im;
-};
+/// Where the two parts of a number stand. The inverse exchanges them throughout, which
+/// conjugates every twiddle.
 template <Direction direction>
-QORKES_INLINE Product times(const double* x, const double* w) {
-    const ext rr = ext{x[0]} * w[0], ii = ext{x[1]} * w[1];
-    const ext ir = ext{x[1]} * w[0], ri = ext{x[0]} * w[1];
-    if constexpr (direction == Direction::forward)
-        return {rr - ii, ir + ri};
-    else
-        return {rr + ii, ir - ri};
-}
+constexpr int re = direction == Direction::forward ? 0 : 1;
+template <Direction direction> constexpr int im = 1 - re<direction>;
 
-QORKES_INLINE void addAndSubtract(double* a, double* b, ext re, ext im) {
-    const ext ar = a[0], ai = a[1];
-    a[0] = round64(ar + re);
-    a[1] = round64(ai + im);
-    b[0] = round64(ar - re);
-    b[1] = round64(ai - im);
+template <Direction d> QORKES_INLINE ext productRe(const double* x, const double* w) {
+    return ext{x[re<d>]} * w[0] - ext{x[im<d>]} * w[1];
+}
+template <Direction d> QORKES_INLINE ext productIm(const double* x, const double* w) {
+    return ext{x[im<d>]} * w[0] + ext{x[re<d>]} * w[1];
 }
 
 /// Columns [j, j + chunk) of two blocks of `half` points, and those a quarter circle
-/// on.
-template <Direction direction>
-void mergeChunk(double* a, int j, int half, const double* w, int stride) {
-    double* const b = a + 2 * half;
-    const int turned = half; // half / 2 numbers on
+/// on, whose twiddles are the same times -i.
+template <Direction d>
+void mergeChunk(double* block, int j, int half, const double* w, int stride) {
+    double* a = block + 2 * j;
+    double* b = a + 2 * half;
     w += stride * j;
-    for (int k = 2 * j; k < 2 * (j + chunk); k += 2, w += stride) {
-        const Product p = times<direction>(b + k, w);
-        const Product q = times<direction>(b + k + turned, w);
-        addAndSubtract(a + k, b + k, p.re, p.im);
-        if constexpr (direction == Direction::forward)
-            addAndSubtract(a + k + turned, b + k + turned, q.im, -q.re);
-        else
-            addAndSubtract(a + k + turned, b + k + turned, -q.im, q.re);
+    for (int k = 0; k < chunk; ++k, a += 2, b += 2, w += stride) {
+        const auto addAndSubtract = [](double& x, double& y, ext p) {
+            const ext sum = x + p;
+            y = round64(x - p);
+            x = round64(sum);
+        };
+        const ext pr = productRe<d>(b, w), pi = productIm<d>(b, w);
+        forgetLoads();
+        addAndSubtract(a[re<d>], b[re<d>], pr);
+        addAndSubtract(a[im<d>], b[im<d>], pi);
+        forgetLoads();
+        double *const c = a + half, *const e = b + half;
+        const ext qr = productRe<d>(e, w), qi = productIm<d>(e, w);
+        forgetLoads();
+        addAndSubtract(c[re<d>], e[re<d>], qi);
+        const ext base = c[im<d>];
+        c[im<d>] = round64(base - qr);
+        e[im<d>] = round64(base + qr);
     }
 }
 
@@ -70,10 +72,47 @@ void cFft_Blk_R2(double* data, int length, int block, const double* table) {
                 mergeChunk<direction>(x, j, block, table, length / block);
 }
 
-/// Complex numbers of 16 bytes from one row of a matrix of `columns` to another.
+/// In two loads: the parts may just have been stored one by one, and a load that spans
+/// two stores waits for both.
 QORKES_INLINE void moveNumber(const double* from, double* to) {
-    _mm_storeu_ps(reinterpret_cast<float*>(to),
-                  _mm_loadu_ps(reinterpret_cast<const float*>(from)));
+    const __m64* const parts = reinterpret_cast<const __m64*>(from);
+    const __m128 re = _mm_loadl_pi(_mm_setzero_ps(), parts);
+    _mm_storeu_ps(reinterpret_cast<float*>(to), _mm_loadh_pi(re, parts + 1));
+}
+
+/// Rows of long transforms stand so far apart that all fall into a few sets of the
+/// caches: a line fetched much earlier would be gone again.
+QORKES_INLINE void prefetchRow(const double* x, int columns) {
+    const char* const row = reinterpret_cast<const char*>(x + 16 * int64_t{columns});
+    _mm_prefetch(row, _MM_HINT_T0);
+    _mm_prefetch(row + 48, _MM_HINT_T0);
+}
+
+template <Direction d>
+QORKES_NOINLINE void gatherColumns(const double* x, double* buffer, const double* w,
+                                   int columns, int rows) {
+    const double* const end = buffer + 2 * rows;
+    for (; buffer < end; buffer += 2, x += 2 * columns, w += 8) {
+        prefetchRow(x, columns);
+#pragma GCC unroll 4
+        for (int j = 0; j < 4; ++j) {
+            double* const y = buffer + 2 * j * rows;
+            y[re<d>] = round64(productRe<d>(x + 2 * j, w + 2 * j));
+            y[im<d>] = round64(productIm<d>(x + 2 * j, w + 2 * j));
+            forgetLoads();
+        }
+    }
+}
+
+/// Four columns, each in a buffer of its own, back into their rows.
+QORKES_NOINLINE void scatterRows(const double* buffer, double* y, int columns,
+                                 int rows) {
+    const double* const end = buffer + 2 * rows;
+    for (; buffer < end; buffer += 2, y += 2 * columns) {
+        prefetchRow(y, columns);
+#pragma GCC unroll 4
+        for (int j = 0; j < 4; ++j) moveNumber(buffer + 2 * j * rows, y + 2 * j);
+    }
 }
 
 struct Engine {
@@ -112,25 +151,17 @@ struct Engine {
         cFft_Blk_R2<direction>(data, length, piece, plan.twdL2);
     }
 
-    template <Direction direction>
+    template <Direction d>
     static void gather(const double* data, double* buffer, const double* twiddles,
                        int columns, int rows) {
-        for (int p = 0; p < rows; ++p, data += 2 * int64_t{columns}, twiddles += 8)
-            for (int j = 0; j < 4; ++j) {
-                const Product x = times<direction>(data + 2 * j, twiddles + 2 * j);
-                double* const place = buffer + 2 * (j * rows + p);
-                place[0] = round64(x.re);
-                place[1] = round64(x.im);
-            }
+        gatherColumns<d>(data, buffer, twiddles, columns, rows);
     }
     template <Direction direction>
     static void core(double* data, int n, const double* table) {
         ::core<direction>(data, n, table);
     }
     static void scatter(const double* buffer, double* data, int columns, int rows) {
-        for (int p = 0; p < rows; ++p, data += 2 * int64_t{columns})
-            for (int j = 0; j < 4; ++j)
-                moveNumber(buffer + 2 * (j * rows + p), data + 2 * j);
+        scatterRows(buffer, data, columns, rows);
     }
     static void scatterColumns(const double* buffer, double* data, int columns,
                                int rows, bool) {

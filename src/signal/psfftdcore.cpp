@@ -17,112 +17,58 @@ static_assert(hasPattern(rootOfHalf, 0x3FE6A09E667F3BCD));
 /// cos(t), -sin(t), cos(2t), -sin(2t), cos(3t), -sin(3t)
 constexpr int recordSize = 6;
 
-// A butterfly joins a, b, c, d, m numbers apart, which hold the residues 0, 2, 1 and 3:
-//
-//     s0, d0 = a +- b w^2    s1, d1 = c w +- d w^3
-//     a = s0 + s1    b = d0 - i d1    c = s0 - s1    d = d0 + i d1
-//
-// The inverse is the same with the real and imaginary parts exchanged throughout. The
-// compiler runs out of registers here and stores 80-bit values at seven cycles each, so
-// the order of the steps is spelled out; with it eight registers are enough. Stacks are
-// shown with the top first.
-
-/// In: s1r d1r s1i d1i. Out: d0r s0r and those.
-#define QORKES_PLAIN_PAIR(part)                                                          \
-    "fldl %c[a" part "](%[x])\n\t"                                                       \
-    "faddl %c[b" part "](%[x])\n\t"                                                      \
-    "fldl %c[a" part "](%[x])\n\t"                                                       \
-    "fsubl %c[b" part "](%[x])\n\t"
-
-/// Pushes the real or the imaginary part of `number` times the twiddle at `w`.
-#define QORKES_PRODUCT(number, w, first, second, join)                                   \
-    "fldl %c[" number first "](%[x])\n\t"                                                \
-    "fmull " w "(%[w])\n\t"                                                              \
-    "fldl %c[" number second "](%[x])\n\t"                                               \
-    "fmull 8+" w "(%[w])\n\t" join " %%st, %%st(1)\n\t"
-#define QORKES_PRODUCT_R(number, w) QORKES_PRODUCT(number, w, "r", "i", "fsubrp")
-#define QORKES_PRODUCT_I(number, w) QORKES_PRODUCT(number, w, "i", "r", "faddp")
-
-/// In: d c. Out: c + d, c - d.
-#define QORKES_SUM_AND_DIFFERENCE                                                        \
-    "fld %%st\n\t"                                                                       \
-    "fadd %%st(2), %%st\n\t"                                                             \
-    "fxch\n\t"                                                                           \
-    "fsubrp %%st, %%st(2)\n\t"
-
-/// In: b. Out: a - b, a + b, with a from memory.
-#define QORKES_WITH_A(part)                                                              \
-    "fld %%st\n\t"                                                                       \
-    "faddl %c[a" part "](%[x])\n\t"                                                      \
-    "fxch\n\t"                                                                           \
-    "fsubrl %c[a" part "](%[x])\n\t"
-
-/// In: d0r s0r s1r d1r s1i d1i. Stores the real parts of a and c. Out: d0r d1r s1i d1i.
-#define QORKES_STORE_REAL                                                                \
-    "fld %%st(1)\n\t"                                                                    \
-    "fsub %%st(3), %%st\n\t"                                                             \
-    "fstpl %c[cr](%[x])\n\t"                                                             \
-    "fxch\n\t"                                                                           \
-    "faddp %%st, %%st(2)\n\t"                                                            \
-    "fxch\n\t"                                                                           \
-    "fstpl %c[ar](%[x])\n\t"
-
-/// In: d0i s0i d0r d1r s1i d1i. Stores all that is left.
-#define QORKES_STORE_REST                                                                \
-    "fld %%st(1)\n\t"                                                                    \
-    "fsub %%st(5), %%st\n\t"                                                             \
-    "fstpl %c[ci](%[x])\n\t"                                                             \
-    "fxch\n\t"                                                                           \
-    "faddp %%st, %%st(4)\n\t"       /* d0i d0r d1r ai d1i */                             \
-    "fld %%st\n\t"                                                                       \
-    "fsub %%st(3), %%st\n\t"                                                             \
-    "fstpl %c[bi](%[x])\n\t"                                                             \
-    "faddp %%st, %%st(2)\n\t"       /* d0r di ai d1i */                                  \
-    "fld %%st\n\t"                                                                       \
-    "fadd %%st(4), %%st\n\t"                                                             \
-    "fstpl %c[br](%[x])\n\t"                                                             \
-    "fsubp %%st, %%st(3)\n\t"       /* di ai dr */                                       \
-    "fstpl %c[di](%[x])\n\t"                                                             \
-    "fstpl %c[ai](%[x])\n\t"                                                             \
-    "fstpl %c[dr](%[x])\n\t"
-
-/// Byte offsets of the eight values from `x`.
-#define QORKES_PLACES                                                                    \
-    [ar] "i"(re), [ai] "i"(im), [br] "i"(16 * m + re), [bi] "i"(16 * m + im),            \
-        [cr] "i"(32 * m + re), [ci] "i"(32 * m + im), [dr] "i"(48 * m + re),             \
-        [di] "i"(48 * m + im)
-#define QORKES_X87_STACK "st", "st(1)", "st(2)", "st(3)", "st(4)", "st(5)", "st(6)", "st(7)"
-
-template <Direction direction, int m> QORKES_INLINE void butterfly(double* x) {
-    constexpr int re = direction == Direction::forward ? 0 : 8, im = 8 - re;
-    asm volatile("fldl %c[ci](%[x])\n\t"
-                 "fsubl %c[di](%[x])\n\t"
-                 "fldl %c[ci](%[x])\n\t"
-                 "faddl %c[di](%[x])\n\t"
-                 "fldl %c[cr](%[x])\n\t"
-                 "fsubl %c[dr](%[x])\n\t"
-                 "fldl %c[cr](%[x])\n\t"
-                 "faddl %c[dr](%[x])\n\t" // s1r d1r s1i d1i
-                 QORKES_PLAIN_PAIR("r") QORKES_STORE_REAL
-                 QORKES_PLAIN_PAIR("i") QORKES_STORE_REST
-                 :
-                 : [x] "r"(x), QORKES_PLACES
-                 : QORKES_X87_STACK, "memory");
+template <int re, int im, int m>
+QORKES_INLINE void finish(double* x, ext s1r, ext d1r, ext s1i, ext d1i, auto br,
+                          auto bi) {
+    const ext b2r = br();
+    const ext s0r = x[re] + b2r, d0r = x[re] - b2r;
+    x[4 * m + re] = round64(s0r - s1r);
+    x[re] = round64(s0r + s1r);
+    forgetLoads();
+    const ext b2i = bi();
+    const ext s0i = x[im] + b2i, d0i = x[im] - b2i;
+    x[4 * m + im] = round64(s0i - s1i);
+    x[im] = round64(s0i + s1i);
+    x[2 * m + im] = round64(d0i - d1r);
+    x[6 * m + im] = round64(d0i + d1r);
+    x[2 * m + re] = round64(d0r + d1i);
+    x[6 * m + re] = round64(d0r - d1i);
 }
 
-/// The same with the record `w` of twiddles.
+template <Direction direction, int m> QORKES_INLINE void butterfly(double* x) {
+    constexpr int re = direction == Direction::forward ? 0 : 1, im = 1 - re;
+    double *const c = x + 4 * m, *const d = x + 6 * m;
+    const ext s1i = ext{c[im]} + d[im], d1i = ext{c[im]} - d[im];
+    const ext s1r = ext{c[re]} + d[re], d1r = ext{c[re]} - d[re];
+    forgetLoads();
+    finish<re, im, m>(
+        x, s1r, d1r, s1i, d1i, [=] { return ext{x[2 * m + re]}; },
+        [=] { return ext{x[2 * m + im]}; });
+}
+
 template <Direction direction, int m>
 QORKES_INLINE void butterfly(double* x, const double* w) {
-    constexpr int re = direction == Direction::forward ? 0 : 8, im = 8 - re;
-    asm volatile(QORKES_PRODUCT_I("c", "0") QORKES_PRODUCT_I("d", "32") // d c
-                 QORKES_SUM_AND_DIFFERENCE                              // s1i d1i
-                 QORKES_PRODUCT_R("c", "0") QORKES_PRODUCT_R("d", "32")
-                 QORKES_SUM_AND_DIFFERENCE // s1r d1r s1i d1i
-                 QORKES_PRODUCT_R("b", "16") QORKES_WITH_A("r") QORKES_STORE_REAL
-                 QORKES_PRODUCT_I("b", "16") QORKES_WITH_A("i") QORKES_STORE_REST
-                 :
-                 : [x] "r"(x), [w] "r"(w), QORKES_PLACES
-                 : QORKES_X87_STACK, "memory");
+    constexpr int re = direction == Direction::forward ? 0 : 1, im = 1 - re;
+    const auto real = [](const double* y, const double* v) {
+        return ext{y[re]} * v[0] - ext{y[im]} * v[1];
+    };
+    const auto imaginary = [](const double* y, const double* v) {
+        return ext{y[im]} * v[0] + ext{y[re]} * v[1];
+    };
+    double *const b = x + 2 * m, *const c = x + 4 * m, *const d = x + 6 * m;
+    const ext ci = imaginary(c, w);
+    forgetLoads();
+    const ext di = imaginary(d, w + 4);
+    const ext s1i = ci + di, d1i = ci - di;
+    forgetLoads();
+    const ext cr = real(c, w);
+    forgetLoads();
+    const ext dr = real(d, w + 4);
+    const ext s1r = cr + dr, d1r = cr - dr;
+    forgetLoads();
+    finish<re, im, m>(
+        x, s1r, d1r, s1i, d1i, [=] { return real(b, w + 2); },
+        [=] { return imaginary(b, w + 2); });
 }
 
 template <Direction direction> void firstPass(double* x, int n) {

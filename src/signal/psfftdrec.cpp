@@ -9,10 +9,6 @@ using namespace qorkes;
 
 namespace {
 
-/// Makes the compiler load from memory again instead of keeping more values than the
-/// x87 unit has registers, which it would store in 80 bits.
-QORKES_INLINE void forgetLoads() { asm volatile("" ::: "memory"); }
-
 template <bool mirrored> void toReal(double* x, int n, const double* table) {
     for (int k = 1; 2 * k < n; ++k) {
         double *const p = x + 2 * k, *const q = x + 2 * (n - k);
