@@ -87,8 +87,10 @@ template <Layout from, Layout to>
 void scatterRows(const float* buffer, float* data, int columns, int rows) {
     for (int r = 0; r < rows; r += 4) {
         Lanes v[4];
+#pragma GCC unroll 4
         for (int j = 0; j < 4; ++j) v[j] = load<from>(buffer + 2 * (j * rows + r));
         transpose(v);
+#pragma GCC unroll 4
         for (int k = 0; k < 4; ++k)
             store<to>(data + 2 * int64_t{r + k} * columns, v[k]);
     }

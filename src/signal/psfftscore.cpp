@@ -60,6 +60,7 @@ QORKES_INLINE void sixteen(const Source& source, int g, int groups, float* y,
     const int g2 =
         g + (groups > 2 ? 2 : 0); // eight points stand in for the other eight
     Lanes v[4];
+#pragma GCC unroll 4
     for (int b = 0; b < 4; ++b)
         v[b] = gather(source.at(g, b), source.at(g + 1, b), source.at(g2, b),
                       source.at(g2 + 1, b));
@@ -69,6 +70,7 @@ QORKES_INLINE void sixteen(const Source& source, int g, int groups, float* y,
         butterfly<direction>(v, w);
     } else {
         const Lanes turn = load<Layout::split>(eighths);
+#pragma GCC unroll 2
         for (int octet = 0; octet < 4; octet += 2) {
             const Lanes a = v[octet], b = times<direction>(v[octet + 1], turn);
             v[octet] = a + b;
@@ -102,8 +104,10 @@ void pass(const float* x, float* y, int n, int m, const float* table) {
         for (int j = 0; j < m; j += 4, w += groupSize) {
             const int at = 2 * (group + j);
             Lanes v[4];
+#pragma GCC unroll 4
             for (int k = 0; k < 4; ++k) v[k] = load<Layout::split>(x + at + 2 * k * m);
             butterfly<direction>(v, w);
+#pragma GCC unroll 4
             for (int k = 0; k < 4; ++k) store<layout>(y + at + 2 * k * m, v[k]);
         }
     }
