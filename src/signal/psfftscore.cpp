@@ -37,18 +37,34 @@ QORKES_INLINE void butterfly(Lanes (&v)[4], const float* w) {
     butterfly<direction>(v);
 }
 
-/// Where the first pass finds the four neighbours of group i.
+/// Where the first pass finds its groups of four neighbours: lane k of vector b becomes
+/// neighbour b of group i[k].
 struct Neighbours {
     const float* x;
-    const float* at(int i, int neighbour) const { return x + 8 * i + 2 * neighbour; }
+    QORKES_INLINE void load(Lanes (&v)[4], const int (&i)[4]) const {
+#pragma GCC unroll 2
+        for (int b = 0; b < 4; b += 2) {
+            const float* const first = x + 2 * b;
+            v[b].re = _mm_loadu_ps(first + 8 * i[0]);
+            v[b].im = _mm_loadu_ps(first + 8 * i[1]);
+            v[b + 1].re = _mm_loadu_ps(first + 8 * i[2]);
+            v[b + 1].im = _mm_loadu_ps(first + 8 * i[3]);
+            _MM_TRANSPOSE4_PS(v[b].re, v[b].im, v[b + 1].re, v[b + 1].im);
+        }
+    }
 };
 struct Reversed {
     const float* x;
     const int32_t* reversal;
     int quarter; // in floats
-    const float* at(int i, int neighbour) const {
+    QORKES_INLINE void load(Lanes (&v)[4], const int (&i)[4]) const {
         constexpr int residue[4] = {0, 2, 1, 3};
-        return x + reversal[i] + residue[neighbour] * quarter;
+#pragma GCC unroll 4
+        for (int b = 0; b < 4; ++b) {
+            const float* const stream = x + residue[b] * quarter;
+            v[b] = gather(stream + reversal[i[0]], stream + reversal[i[1]],
+                          stream + reversal[i[2]], stream + reversal[i[3]]);
+        }
     }
 };
 
@@ -60,10 +76,7 @@ QORKES_INLINE void sixteen(const Source& source, int g, int groups, float* y,
     const int g2 =
         g + (groups > 2 ? 2 : 0); // eight points stand in for the other eight
     Lanes v[4];
-#pragma GCC unroll 4
-    for (int b = 0; b < 4; ++b)
-        v[b] = gather(source.at(g, b), source.at(g + 1, b), source.at(g2, b),
-                      source.at(g2 + 1, b));
+    source.load(v, {g, g + 1, g2, g2 + 1});
     butterfly<direction>(v);
     transpose(v);
     if constexpr (even) {
