@@ -122,6 +122,26 @@ QORKES_API int zubsFFTInv_PermToR_32f(const float* src, float* dst, const FftCtx
 QORKES_API int zubsMulPerm_64f_I(const double* src, double* srcDst, int len);
 QORKES_API int zubsMulPerm_32f_I(const float* src, float* srcDst, int len);
 
+/* ---- Convolution -------------------------------------------------------------------
+ *
+ * dst receives all len1 + len2 - 1 elements of the linear convolution
+ *
+ *     dst[k] = sum over i of src1[i] src2[k - i]
+ *
+ * and must not overlap the sources. The lengths alone choose the way, L being the longer
+ * and S the shorter one: results of fewer than 256 elements and S below 32 are summed
+ * directly; else L below 3 S takes one transform of everything and any other L
+ * overlap-save blocks of at least 4 S points (Stockham, 1966). The direct sum rounds
+ * each output after each product, in the order of S.
+ *
+ * Plans and work arrays live for the call alone. dst may be partly written when
+ * overlap-save fails. Tests: NULL, then a length below 1; ZubStatusMemoryError.
+ */
+QORKES_API int zubsConv_32f(const float* src1, int len1, const float* src2, int len2,
+                            float* dst);
+QORKES_API int zubsConv_64f(const double* src1, int len1, const double* src2, int len2,
+                            double* dst);
+
 /* ---- Engines of the FFT ------------------------------------------------------------
  *
  * What the real transforms are made of. Nothing here tests its arguments. n = 2^order

@@ -2,8 +2,8 @@
 // read from the one table of sines that a plan is made from.
 #pragma once
 
-#include <common/ext.hpp>
 #include <qorkes/zubs.h>
+#include <signal/values.hpp>
 
 #include <cmath>
 
@@ -50,19 +50,17 @@ QORKES_INLINE int64_t to16(int64_t bytes) { return (bytes + 15) & ~int64_t{15}; 
 /// out of x87 registers and store 80-bit values, at seven cycles each.
 QORKES_INLINE void forgetLoads() { asm volatile("" ::: "memory"); }
 
-QORKES_INLINE void store(double& y, ext x) { y = round64(x); }
-QORKES_INLINE void store(float& y, ext x) { y = round32(x); }
-
-/// sin(2 pi k / N) for k from 0 to N/4. Beyond the octant by the cosine of the
-/// complement, whose argument is the smaller one.
+/// sin(2 pi k / N) for k from 0 to N/4: to the octant by the sine, beyond it by the
+/// cosine of the complement.
 template <class T> void fillSines(int order, T* table) {
     constexpr double twoPi = 0x1.921fb54442d18p+2; // 6.2831853071795862
     const double step = twoPi / static_cast<double>(pointsOf(order));
     const int quarter = static_cast<int>(pointsOf(order) / 4);
-    const auto angle = [=](int k) { return round64(ext{step} * k); };
-    for (int k = 0; k <= quarter / 2; ++k) store(table[k], std::sin(angle(k)));
-    for (int k = quarter / 2 + 1; k <= quarter; ++k)
-        store(table[k], std::cos(angle(quarter - k)));
+    for (int k = 0; 2 * k <= quarter; ++k) {
+        const double angle = round64(ext{step} * k);
+        store(table[quarter - k], std::cos(angle));
+        store(table[k], std::sin(angle));
+    }
 }
 
 /// exp(-i t): cosine and negated sine.

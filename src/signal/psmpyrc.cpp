@@ -6,11 +6,8 @@ using namespace qorkes;
 
 namespace {
 
-QORKES_INLINE void multiplyOne(const double* x, double* y) {
-    *y = round64(ext{*x} * *y);
-}
-QORKES_INLINE void multiplyOne(const float* x, float* y) {
-    _mm_store_ss(y, _mm_mul_ss(_mm_load_ss(x), _mm_load_ss(y)));
+template <class T> QORKES_INLINE void multiplyOne(const T* x, T* y) {
+    store(*y, valueOf(*x) * valueOf(*y));
 }
 
 void multiplyPairs(const double* x, double* y, int count) {
