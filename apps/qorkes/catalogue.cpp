@@ -26,8 +26,11 @@ namespace {
 // clang-format off
 constexpr Function rows[] = {
     {"Div", "a / b", Form::twoToOne, KERNELS(Div, HA, HA, HA)},
+    {"Exp", "e^a", Form::oneToOne, KERNELS(Exp, HA, HA, HA)},
     {"Inv", "1 / a", Form::oneToOne, KERNELS(Inv, HA, HA, HA)},
     {"InvSqrt", "1 / sqrt(a)", Form::oneToOne, KERNELS(InvSqrt, HA, HA, HA)},
+    {"Ln", "ln(a)", Form::oneToOne, KERNELS(Ln, HA, HA, HA)},
+    {"Log10", "log10(a)", Form::oneToOne, KERNELS(Log10, HA, HA, HA)},
     {"Sqrt", "sqrt(a)", Form::oneToOne, KERNELS(Sqrt, HA, HA, HA)},
 };
 // clang-format on

@@ -1,7 +1,407 @@
-/* Random streams, distributions, convolution and correlation tasks. */
+/* Random streams, distributions, convolution and correlation tasks.
+ *
+ * A stream holds the complete state of one basic random number generator. It is made
+ * from a generator's identifier and seed words, drawn from by any mixture of
+ * distributions, and deleted:
+ *
+ *     StreamState* stream;
+ *     const uint32_t seed[1] = {7777777};
+ *     double r[1000];
+ *     int status = __kesNewStreamEx(&stream, KesBrngMCG59, 1, seed);
+ *     if (status >= 0) status = _kesdRngUniform(0, stream, 1000, r, 0.0, 1.0);
+ *     __kesDeleteStream(&stream);
+ *
+ * The same generator, seed and calls give the same numbers for ever.
+ *
+ * Every function returns a status unless it says otherwise: 0 is success, below 0 a
+ * failure from the list that follows. Arguments are not tested beyond what a function
+ * says: pointers are taken to be valid and counts to be sensible.
+ *
+ * One stream belongs to one thread at a time; different streams may be used in
+ * parallel. Nothing here locks.
+ */
 #ifndef QORKES_KES_H
 #define QORKES_KES_H
 
 #include <qorkes/api.h>
+
+/* ---- Status codes -------------------------------------------------------------- */
+
+#define KesStatusOk                   0
+#define KesStatusBadMethod            (-2) /* method is not 0, 1 or 2 */
+#define KesStatusBadArgument          (-3) /* argument of an abstract stream */
+#define KesStatusNoMemory             (-4) /* malloc failed */
+#define KesStatusNullPointer          (-5) /* a required function or buffer is null */
+#define KesStatusInvalidBrng          (-1000) /* identifier unknown, or abstract */
+#define KesStatusLeapfrogUnsupported  (-1002)
+#define KesStatusSkipAheadUnsupported (-1003)
+#define KesStatusBrngsIncompatible    (-1005) /* two streams of different rows */
+#define KesStatusBrngTableFull        (-1007)
+#define KesStatusBadStateSize         (-1008) /* below 0 */
+#define KesStatusBadWordSize          (-1009) /* not 4, 8 or 16 */
+#define KesStatusBadSeedCount         (-1010) /* below 1 */
+#define KesStatusBadBitCount          (-1011) /* below 1 */
+#define KesStatusFileClose            (-1100) /* fclose failed */
+#define KesStatusFileOpen             (-1101) /* fopen failed */
+#define KesStatusFileWrite            (-1102) /* fwrite failed */
+#define KesStatusFileRead             (-1103) /* fread failed */
+#define KesStatusBadFileFormat        (-1110) /* no stream file of this registry */
+#define KesStatusBadFileVersion       (-1111) /* version byte is not 0 */
+#define KesStatusBadUpdate            (-1120) /* Update's count is out of range */
+#define KesStatusNoNumbers            (-1121) /* Update had no numbers */
+#define KesStatusBadAbstractKind      (-1122) /* not the stream's own output kind */
+
+/* ---- Registry of generators -------------------------------------------------------
+ *
+ * A generator is one row of a table: five numbers and four functions. Its identifier is
+ * (row + 1) << 20, plus the number of the member for the two families. Identifiers
+ * below 0x100000 are those of the first numbering, which has a table of its own: 0 to 3
+ * for MCG31M1, R250, MRG32K3A and MCG59, 4 to 276 for the members of WH, 277 for Sobol,
+ * 278 for Niederreiter.
+ */
+
+#define KesBrngMCG31M1   0x100000
+#define KesBrngR250      0x200000
+#define KesBrngMRG32K3A  0x300000
+#define KesBrngMCG59     0x400000
+#define KesBrngWH        0x500000 /* + member, 0 to 272 */
+#define KesBrngSobol     0x600000
+#define KesBrngNiederr   0x700000
+#define KesBrngMT19937   0x800000
+#define KesBrngMT2203    0x900000 /* + member, 0 to 1023 */
+#define KesBrngiAbstract 0xa00000
+#define KesBrngdAbstract 0xb00000
+#define KesBrngsAbstract 0xc00000
+
+/* What every stream begins with; the generator's state record follows at once. */
+typedef struct StreamState {
+    int32_t BrngId; /* the identifier the stream was created with */
+    uint8_t Flag;   /* 1 */
+    uint8_t Reserved[3];
+    int64_t Chunks; /* head of the list of chunks: a pointer, sign-extended */
+} StreamState;
+
+/* The four functions of a generator.
+ *
+ * InitStream, method 0: seeds from n words at params; n of 0 and below asks for the
+ * generator's default. Method 1, leapfrog: n is the stride, params[0] the index k of
+ * this stream. Method 2, skip-ahead: n elements, params is null. Any other method:
+ * KesStatusBadMethod.
+ *
+ * Output: n elements to r, real numbers from [a, b) as a + (b - a) u, or the
+ * generator's own words (WordSize bytes an element; for WH and MCG59 that is 4 and 2
+ * words). All three continue the one sequence: m and then n elements are what m + n
+ * would have been. a is not compared with b. */
+typedef int (*BrngInitStream)(int method, StreamState* stream, int n,
+                              const uint32_t* params);
+typedef int (*BrngSingles)(StreamState* stream, int n, float* r, float a, float b);
+typedef int (*BrngDoubles)(StreamState* stream, int n, double* r, double a, double b);
+typedef int (*BrngIntegers)(StreamState* stream, int n, uint32_t* r);
+
+/* A row of the registry. */
+typedef struct BrngRecord {
+    int32_t StateSize; /* bytes of the whole stream record, StreamState included */
+    int32_t SeedCount; /* what __kesCopyStreamState moves, in units of WordSize */
+    int32_t HasZero;   /* 1 if 0 may be delivered; declared only */
+    int32_t WordSize;  /* bytes of one integer element: 4, 8 or 16 */
+    int32_t BitCount;  /* significant bits of it; declared only */
+    BrngInitStream InitStream;
+    BrngSingles sBRng;
+    BrngDoubles dBRng;
+    BrngIntegers iBRng;
+} BrngRecord;
+
+/* The same nine words on a caller's side. */
+typedef BrngRecord BrngProperties;
+
+/* The tables, for a layer in front of this one: the first numbering and the current
+ * one. Rows behind the last generator are zero. */
+#define KesBrngTableRows 512
+QORKES_API const BrngRecord __RegBrngs[KesBrngTableRows];
+QORKES_API BrngRecord __RegBrngsNew[KesBrngTableRows];
+
+/* The table that `brng` belongs to, its row there and its member of a family. Cannot
+ * fail: whether there is such a row is for __kesIsBrngValid to say. */
+QORKES_API const BrngRecord* __kesGetBrngBaseOffset(int brng, int* row, int* offset);
+
+/* KesStatusOk or KesStatusInvalidBrng. Negative rows and members are not refused. */
+QORKES_API int __kesIsBrngValid(const BrngRecord* table, int row, int offset);
+
+/* Copies the row of `brng` to props. KesStatusInvalidBrng leaves props alone. */
+QORKES_API int __kesGetBrngProperties(int brng, BrngProperties* props);
+
+/* Returns the number of rows of the current numbering, 12 before any registration. */
+QORKES_API int __kesGetNumRegBrngs(void);
+
+/* Adds a generator of the caller's and returns its identifier, 0xd00000 for the first.
+ * Refused, in this order: StateSize below 0, WordSize other than 4, 8 and 16, SeedCount
+ * below 1, BitCount below 1, a null function (KesStatusNullPointer). StateSize includes
+ * the 16 bytes of StreamState; nothing tests that it does. The table holds 512 rows and
+ * the 513th is not refused. There is no way back. Register before other threads use
+ * streams. */
+QORKES_API int __kesRegisterBrng(const BrngProperties* props);
+
+/* ---- Streams ------------------------------------------------------------------- */
+
+/* Makes a stream of generator `brng` from n seed words. KesStatusInvalidBrng (also for
+ * the abstract kinds, which have constructors of their own) leaves *stream alone;
+ * KesStatusNoMemory sets it to null; a failure of the generator itself leaves a stream
+ * to be deleted. */
+QORKES_API int __kesNewStreamEx(StreamState** stream, int brng, int n,
+                                const uint32_t* params);
+
+/* The first half of that: checks the row, allocates the record, fills in its header and
+ * nothing else. */
+QORKES_API int __kesAllocateStream(StreamState** stream, const BrngRecord* table,
+                                   int brng, int row, int offset);
+
+/* Frees the stream with its chunks and sets *stream to null. */
+QORKES_API int __kesDeleteStream(StreamState** stream);
+
+/* Makes a stream that continues as the source does. The bytes are copied, and with them
+ * the head of the list of chunks: the two streams share their chunks, and deleting one
+ * frees them for both. */
+QORKES_API int __kesCopyStream(StreamState** newStream, const StreamState* srcStream);
+
+/* Copies WordSize * SeedCount bytes of state between two streams of one row, members of
+ * a family counting as one. Returns the identifier of the destination, a positive
+ * number in the current numbering, or 0 if the two are one stream. Streams of different
+ * rows give KesStatusBrngsIncompatible after the destination has been overwritten all
+ * the same. For WH the bytes are 32 more than the record has. */
+QORKES_API int __kesCopyStreamState(StreamState* dstStream,
+                                    const StreamState* srcStream);
+
+/* Makes the stream deliver elements k, k + nstreams, k + 2 nstreams, ... of what it
+ * would have delivered. k is not compared with nstreams. */
+QORKES_API int __kesLeapfrogStream(StreamState* stream, int k, int nstreams);
+
+/* Passes over the next nskip elements; after a leapfrog, in strides. */
+QORKES_API int __kesSkipAheadStream(StreamState* stream, int nskip);
+
+/* Returns the identifier that the stream was created with. */
+QORKES_API int __kesGetStreamStateBrng(const StreamState* stream);
+
+/* ---- Chunks -----------------------------------------------------------------------
+ *
+ * Blocks that distributions keep with a stream from one call to the next: a spare
+ * variate, the set-up for the last parameters. Node and block come from malloc and
+ * belong to the stream.
+ */
+typedef struct Chunk {
+    int32_t id;
+    int32_t size; /* of data, in bytes */
+    void* data;
+    struct Chunk* next;
+} Chunk;
+
+/* Puts a block at the head of the list, where it hides an older one of the same id.
+ * KesStatusNoMemory leaves stream and block as they are. */
+QORKES_API int __kesAddChunk(StreamState* stream, int id, void* data, int size);
+
+/* Returns the newest block with this id, or null. */
+QORKES_API void* __kesSearchChunk(const StreamState* stream, int id);
+
+/* Returns the length of the list. */
+QORKES_API int __kesGetNumChunks(const StreamState* stream);
+
+/* Frees all nodes and blocks. */
+QORKES_API void __kesDeleteChunks(StreamState* stream);
+
+/* ---- Generators -------------------------------------------------------------------
+ *
+ * The functions of each row. Streams reach them through the registry. Output slots
+ * return 0, and for n of 0 and below they change nothing, unless it is said otherwise.
+ */
+
+/* Powers modulo a number below 2^32, modulo 2^31 - 1, and modulo 2^59. An exponent of 0
+ * gives 1; an exponent below 0 does not return. */
+QORKES_API uint32_t __kesiPowMod(uint32_t base, int32_t exponent, uint32_t modulus);
+QORKES_API uint32_t __kesiPowMod2P31M1(uint32_t base, int32_t exponent);
+QORKES_API uint64_t __kesiPowMod2P59(uint32_t baseLow, uint32_t baseHigh,
+                                     int32_t exponent);
+
+/* ---- Generator MCG31M1: multiplicative, modulo 2^31 - 1 ---------------------------
+ *
+ * x becomes 1132489760 x mod (2^31 - 1) and is delivered before the step: 31 bits,
+ * never 0, period 2^31 - 2. Multiplier from L'Ecuyer, "Tables of linear congruential
+ * generators of different sizes and good lattice structure", 1999.
+ *
+ * Seed: one word, taken modulo 2^31 - 1; 1 stands in for 0 and for no seed. Leapfrog
+ * replaces the multiplier by its power, so that later jumps count in strides. Real
+ * numbers are x (b - a) / (2^31 - 1) + a, in float arithmetic for floats.
+ *
+ * The integer slot looks at n after its first element: n = 0 writes r[0] and steps
+ * once, n below 0 writes r[0] and r[1] and steps twice.
+ */
+QORKES_API int __kesBRngMCG31M1InitStream(int method, StreamState* stream, int n,
+                                          const uint32_t* params);
+QORKES_API int __kessBRngMCG31M1(StreamState* stream, int n, float* r, float a,
+                                 float b);
+QORKES_API int __kesdBRngMCG31M1(StreamState* stream, int n, double* r, double a,
+                                 double b);
+QORKES_API int __kesiBRngMCG31M1(StreamState* stream, int n, uint32_t* r);
+
+/* ---- Generator MCG59: multiplicative, modulo 2^59 ---------------------------------
+ *
+ * x becomes 13^13 x mod 2^59 and is delivered before the step, as two words, low word
+ * first: 59 bits, period 2^57 from an odd seed.
+ *
+ * Seed: low word and high word, the latter taken modulo 2^27; 1 stands in for 0 and for
+ * no seed. An even seed stands as it is: its trailing zero bits stay for ever. Leapfrog
+ * as for MCG31M1. Real numbers are x (b - a) / 2^59 + a, rounded once; a float may be
+ * rounded up to b.
+ */
+QORKES_API int __kesBRngMCG59InitStream(int method, StreamState* stream, int n,
+                                        const uint32_t* params);
+QORKES_API int __kessBRngMCG59(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngMCG59(StreamState* stream, int n, double* r, double a,
+                               double b);
+QORKES_API int __kesiBRngMCG59(StreamState* stream, int n, uint32_t* r);
+
+/* ---- Generator MRG32K3A: two multiple recurrences, combined -----------------------
+ *
+ * x[i] = 1403580 x[i-2] - 810728 x[i-3] mod m1 = 2^32 - 209,
+ * y[i] = 527612 y[i-1] - 1370589 y[i-3] mod m2 = 2^32 - 22853; what is delivered is
+ * x - y mod m1, with m1 for 0: 32 bits, never 0, period about 2^191. L'Ecuyer, "Good
+ * parameters and implementations for combined multiple recursive random number
+ * generators", Operations Research 47, 1999.
+ *
+ * Seed: up to six words, the older terms first, x before y; 1 stands in for those that
+ * are missing. Each is taken modulo m1 or m2, and three that are 0 become 1, 0, 0. The
+ * first number follows from the first new terms. Skip-ahead, but no leapfrog. Real
+ * numbers are z (b - a) / m1 + a: b itself can be reached, where L'Ecuyer divides by
+ * m1 + 1.
+ */
+QORKES_API int __kesBRngMRG32K3AInitStream(int method, StreamState* stream, int n,
+                                           const uint32_t* params);
+QORKES_API int __kessBRngMRG32K3A(StreamState* stream, int n, float* r, float a,
+                                  float b);
+QORKES_API int __kesdBRngMRG32K3A(StreamState* stream, int n, double* r, double a,
+                                  double b);
+QORKES_API int __kesiBRngMRG32K3A(StreamState* stream, int n, uint32_t* r);
+
+/* The jumps of MRG32K3A. Matrices are 3 by 3 in rows, of numbers below m, as are
+ * vectors; results may be stored over arguments. MulMod: c = a b. VectMulMod: w = a v.
+ * PowMod: r = a^e, which destroys a; e is not below 0. Vect3PowMod moves v, three terms
+ * of a recurrence with the oldest first, on by e terms; c holds the coefficients of the
+ * newest, the middle and the oldest. */
+QORKES_API void __kesiMatr3x3MulMod(const uint32_t* a, const uint32_t* b, uint32_t* c,
+                                    uint32_t m);
+QORKES_API void __kesiMatr3x3VectMulMod(const uint32_t* a, const uint32_t* v,
+                                        uint32_t* w, uint32_t m);
+QORKES_API void __kesiMatr3x3PowMod(uint32_t* a, uint32_t* r, uint32_t m, int32_t e);
+QORKES_API void __kesiVect3PowMod(uint32_t* v, const uint32_t* c, uint32_t m,
+                                  int32_t e);
+
+/* ---- Generator MT19937: Mersenne Twister ------------------------------------------
+ *
+ * The twisted shift register of 624 words with its published parameters: 32 bits, equi-
+ * distributed in 623 dimensions, period 2^19937 - 1. Matsumoto and Nishimura, "Mersenne
+ * Twister", ACM Transactions on Modeling and Computer Simulation 8, 1998.
+ *
+ * Seed: any number of words, all of which count; no seed is the seed of a single 1.
+ * They go through the authors' init_by_array of 2002. No leapfrog, no skip-ahead. Real
+ * numbers are x (b - a) / 2^32 + a; a float may be rounded up to b. Output slots use r
+ * as their working memory.
+ */
+QORKES_API int __kesBRngMT19937InitStream(int method, StreamState* stream, int n,
+                                          const uint32_t* params);
+QORKES_API int __kessBRngMT19937(StreamState* stream, int n, float* r, float a,
+                                 float b);
+QORKES_API int __kesdBRngMT19937(StreamState* stream, int n, double* r, double a,
+                                 double b);
+QORKES_API int __kesiBRngMT19937(StreamState* stream, int n, uint32_t* r);
+
+/* ---- Generator MT2203 ---------------------------------------------------------- */
+
+/* ---- Generator Niederreiter ---------------------------------------------------- */
+
+/* ---- Generator R250: generalised feedback shift register --------------------------
+ *
+ * x[i] = x[i-250] xor x[i-147]: 32 bits, period 2^250 - 1. Kirkpatrick and Stoll, "A
+ * very fast shift-register sequence random number generator", Journal of Computational
+ * Physics 40, 1981.
+ *
+ * Seed: 250 words and more are the register as they stand, all zeros too. Of fewer the
+ * first one counts, 1 standing in for 0 and for no seed: the register is filled by
+ * powers of 69069 modulo 2^32 and 32 of its words are made linearly independent. No
+ * leapfrog, no skip-ahead. Real numbers are x (b - a) / 2^32 + a; rounding may reach b.
+ */
+QORKES_API int __kesBRngR250InitStream(int method, StreamState* stream, int n,
+                                       const uint32_t* params);
+QORKES_API int __kessBRngR250(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngR250(StreamState* stream, int n, double* r, double a,
+                              double b);
+QORKES_API int __kesiBRngR250(StreamState* stream, int n, uint32_t* r);
+
+/* ---- Generator Sobol ----------------------------------------------------------- */
+
+/* ---- Generator WH -------------------------------------------------------------- */
+
+/* ---- Stream files -------------------------------------------------------------- */
+
+/* ---- Abstract streams ---------------------------------------------------------- */
+
+/* ---- Distributions ----------------------------------------------------------------
+ *
+ * Each writes n variates to r and returns the status of the generator beneath. Names:
+ * d, s or i for doubles, floats or integers. `method` chooses between algorithms where
+ * a distribution says that it has several, and is ignored elsewhere. Parameters are not
+ * tested.
+ */
+
+/* ---- Distribution Bernoulli ---------------------------------------------------- */
+
+/* ---- Distribution Beta --------------------------------------------------------- */
+
+/* ---- Distribution Binomial ----------------------------------------------------- */
+
+/* ---- Distribution Cauchy ------------------------------------------------------- */
+
+/* ---- Distribution Exponential -------------------------------------------------- */
+
+/* ---- Distribution Gamma -------------------------------------------------------- */
+
+/* ---- Distribution Gaussian ----------------------------------------------------- */
+
+/* ---- Distribution GaussianMV --------------------------------------------------- */
+
+/* ---- Distribution Geometric ---------------------------------------------------- */
+
+/* ---- Distribution Gumbel ------------------------------------------------------- */
+
+/* ---- Distribution Hypergeometric ----------------------------------------------- */
+
+/* ---- Distribution Laplace ------------------------------------------------------ */
+
+/* ---- Distribution Lognormal ---------------------------------------------------- */
+
+/* ---- Distribution Negbinomial -------------------------------------------------- */
+
+/* ---- Distribution Poisson, PoissonV -------------------------------------------- */
+
+/* ---- Distribution Rayleigh ----------------------------------------------------- */
+
+/* ---- Distribution Uniform ---------------------------------------------------------
+ *
+ * Uniform on [a, b), as the generator of the stream delivers it: one element of the
+ * sequence a variate. Rounding may reach b.
+ */
+QORKES_API int _kesdRngUniform(int method, StreamState* stream, int n, double* r,
+                               double a, double b);
+QORKES_API int _kessRngUniform(int method, StreamState* stream, int n, float* r,
+                               float a, float b);
+
+/* ---- Distribution UniformBits -----------------------------------------------------
+ *
+ * The generator's own integers, n elements of its WordSize bytes each.
+ */
+QORKES_API int _kesiRngUniformBits(int method, StreamState* stream, int n, uint32_t* r);
+
+/* ---- Distribution Weibull ------------------------------------------------------ */
+
+/* ---- Scalar helpers ------------------------------------------------------------ */
+
+/* ---- Tasks: convolution and correlation ---------------------------------------- */
 
 #endif

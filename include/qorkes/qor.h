@@ -170,6 +170,63 @@ QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
 
+/* ---- Exp: y = e^a ------------------------------------------------------------------
+ *
+ * Powers of two from tables and a short polynomial in what they leave (Tang,
+ * "Table-driven implementation of the exponential function in IEEE floating-point
+ * arithmetic", 1989, for the class of methods), on the x87 unit at 64 bits, float at 53.
+ *
+ *   NaN                     the NaN, quiet
+ *   +infinity, -infinity    +infinity, +0
+ *   overflow                +infinity   QOR_STATUS_OVERFLOW
+ *   total loss              +0          QOR_STATUS_UNDERFLOW
+ *
+ * Overflow is from 709.7827128933841 up, float 88.72283935546875; total loss is at
+ * -745.1332191019412 and below, float below -103.97207641601562. A float result that is
+ * denormal is silent. In double, magnitudes from 708.3964185322642 on are reported too,
+ * up to 709.7822265625 if positive: the result is e^a, denormal if a is negative, and
+ * the status says nothing. It is an even number from 0 to 62.
+ */
+QORKES_API void _qordExp_HA(int n, const double* a, double* y);
+QORKES_API void _qordExp_50(int n, const double* a, double* y);
+QORKES_API void _qorsExp_HA(int n, const float* a, float* y);
+QORKES_API void _qorsExp_21(int n, const float* a, float* y);
+QORKES_API void _qorsExp_11(int n, const float* a, float* y);
+
+/* ---- Ln: y = ln(a) -----------------------------------------------------------------
+ *
+ * Double: logarithm and reciprocal of the top 8 bits of the mantissa from a table and a
+ * polynomial in the rest (Tang, "Table-driven implementation of the logarithm function
+ * in IEEE floating-point arithmetic", 1990, for the class of methods); just below 1 the
+ * Taylor series. Float: a cubic for each of 256 pieces of the mantissa. Arguments that
+ * are no positive normal numbers take the logarithm of the x87 unit.
+ *
+ *   +-0                     -infinity            QOR_STATUS_SING
+ *   negative, -infinity     the default NaN      QOR_STATUS_ERRDOM
+ *   +infinity               +infinity
+ *   NaN                     the NaN, quiet; QOR_STATUS_ERRDOM in double if the NaN's high
+ *                           word is 0xFFF00000
+ *
+ * A float is computed by the unit's logarithm too if its neighbour is special: elements
+ * count in pairs from the first one. A report of a float kernel saves and restores the
+ * state of the x87 unit, so exception flags that a handler raises do not survive it.
+ */
+QORKES_API void _qordLn_HA(int n, const double* a, double* y);
+QORKES_API void _qordLn_50(int n, const double* a, double* y);
+QORKES_API void _qorsLn_HA(int n, const float* a, float* y);
+QORKES_API void _qorsLn_21(int n, const float* a, float* y);
+QORKES_API void _qorsLn_11(int n, const float* a, float* y);
+
+/* ---- Log10: y = log10(a) -----------------------------------------------------------
+ *
+ * As Ln, with tables and polynomials of its own.
+ */
+QORKES_API void _qordLog10_HA(int n, const double* a, double* y);
+QORKES_API void _qordLog10_50(int n, const double* a, double* y);
+QORKES_API void _qorsLog10_HA(int n, const float* a, float* y);
+QORKES_API void _qorsLog10_21(int n, const float* a, float* y);
+QORKES_API void _qorsLog10_11(int n, const float* a, float* y);
+
 /* ---- Pack and Unpack ---------------------------------------------------------------
  *
  * Elements of a strided (I), indexed (V) or masked (M) array, gathered side by side or

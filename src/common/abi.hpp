@@ -25,3 +25,14 @@ using std::uint64_t;
 
 /// A step of a hot loop that must melt into it.
 #define QORKES_INLINE [[gnu::always_inline]] inline
+
+namespace qorkes {
+
+/// The same pointer, of which the compiler knows no more than that: a loop then keeps
+/// it in a register instead of forming the object's address anew for every use.
+template <class T> QORKES_INLINE const T* inRegister(const T* p) {
+    asm("" : "+r"(p));
+    return p;
+}
+
+} // namespace qorkes

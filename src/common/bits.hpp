@@ -49,8 +49,10 @@ QORKES_INLINE void setWords(double& x, uint32_t high, uint32_t low) {
 }
 
 /// Adds to the high word of a stored double. With `k << 20` this multiplies a normal
-/// number by 2^k, exactly, provided that the product is a normal number too.
+/// number by 2^k, exactly, provided that the product is a normal number too. The empty
+/// statement makes the compiler round into x itself and not by way of a temporary.
 QORKES_INLINE void addToHighWord(double& x, uint32_t addend) {
+    asm("" : "+m"(x));
     setHighWord(x, highWord(x) + addend);
 }
 

@@ -17,7 +17,7 @@ using namespace qorkes;
 namespace {
 
 #include "_qor_sqrt_scalar_tables.inc"
-constexpr RootTable dsqrt_dwA = {dsqrt_dwA0, dsqrt_dwA1, dsqrt_dwA2};
+constexpr RootTable dsqrt_dwA(dsqrt_dwA0, dsqrt_dwA1, dsqrt_dwA2);
 
 constexpr float floatDenormalScale = 0x1p+26f;
 constexpr float floatInverseOfRootScale = 0x1p-13f;
@@ -25,7 +25,7 @@ constexpr uint32_t floatDefaultNaN = 0xFFC00000;
 
 double _qordSqrt_Finite(const double& x) {
     const RootArgument argument = rootArgument(x);
-    double root = round64(argument.mantissa * inverseRoot(dsqrt_dwA, argument));
+    double root = round64(argument.mantissa * twiceInverseRoot(dsqrt_dwA, argument));
     addToHighWord(root, rootExponent(argument.high));
     return root;
 }

@@ -5,55 +5,68 @@
 
 #include <common/bits.hpp>
 #include <common/ext.hpp>
+#include <common/pattern.hpp>
 
 #include <xmmintrin.h>
 
 namespace qorkes {
 
-/// Row i of the three arrays: c0 + c1 m + c2 m^2 for 1/sqrt(m) on
-/// [1 + i/128, 1 + (i+1)/128].
-struct RootTable {
-    const double *c0, *c1, *c2;
-};
-
 /// sqrt(2), rounded to double.
 constexpr double sqrtTwo = 0x1.6a09e667f3bcdp+0;
 static_assert(hasPattern(sqrtTwo, 0x3FF6A09E667F3BCD));
 
-/// What the parity of the exponent brings in, indexed by the low bit of the exponent
-/// field. An argument m 2^e with e odd counts as m/2 times 2^(e+1): its root estimate
-/// takes the factor sqrt(2), and half of it is m/4.
-struct Parity {
-    double estimateFactor;
-    double minusHalf;
+/// All that an argument m 2^e takes from tables. With e odd it counts as m/2 times
+/// 2^(e+1), so that its root estimate takes the factor sqrt(2).
+struct alignas(32) RootRow {
+    double c0, c1, c2; // c0 + c1 m + c2 m^2 for 1/sqrt(m)
+    double factor;
 };
-constexpr Parity rootParity[2] = {{sqrtTwo, -0.25}, {1.0, -0.5}};
 
-/// The argument as the two steps see it: its mantissa and its high word.
+/// Indexed by the low bit of the exponent field, which is clear for an odd e, and the
+/// top seven bits of the fraction: row i of the arrays holds on
+/// [1 + i/128, 1 + (i+1)/128].
+struct RootTable {
+    RootRow rows[256];
+
+    constexpr RootTable(const double (&c0)[128], const double (&c1)[128],
+                        const double (&c2)[128])
+        : rows{} {
+        for (int i = 0; i < 128; ++i) {
+            rows[i] = {c0[i], c1[i], c2[i], sqrtTwo};
+            rows[i + 128] = {c0[i], c1[i], c2[i], 1.0};
+        }
+    }
+    QORKES_INLINE const RootRow& operator[](uint32_t high) const {
+        return rows[high >> 13 & 0xFF];
+    }
+};
+
+/// The argument as the steps see it.
 struct RootArgument {
-    ext mantissa;
+    ext mantissa; // m
+    ext minus;    // -m or -m/2, by the parity of the exponent
     uint32_t high;
 };
 
-/// 1/sqrt of the argument without its even power of two: one Newton step on the
-/// estimate. Powers of two change no rounding, so that leaving them out changes no bit.
-QORKES_INLINE ext inverseRoot(const RootTable& table, const RootArgument& x) {
-    const uint32_t i = (x.high & 0xFE000) >> 13;
-    const Parity& parity = rootParity[x.high >> 20 & 1];
+/// Twice 1/sqrt of the argument without its even power of two: r (3 - m r^2), a Newton
+/// step on the estimate r. Powers of two change no rounding, so that leaving them out
+/// changes no bit.
+QORKES_INLINE ext twiceInverseRoot(const RootTable& table, const RootArgument& x) {
+    const RootRow& row = table[x.high];
     const ext m = x.mantissa;
-    const ext estimate = (table.c2[i] * m + table.c1[i]) * m + table.c0[i];
-    const ext r = estimate * parity.estimateFactor;
-    return r * (1.5L + m * parity.minusHalf * r * r);
+    const ext r = ((row.c2 * m + row.c1) * m + row.c0) * row.factor;
+    return r * (3.0L + x.minus * r * r);
 }
 
-/// What inverseRoot leaves out of 1/sqrt: an addend for the high word of the result.
+/// What twiceInverseRoot leaves out of 1/sqrt: an addend for the high word of the
+/// result.
 QORKES_INLINE uint32_t inverseRootExponent(uint32_t high) {
-    return 0x1FF00000u - (high >> 1 & 0x7FF00000u);
+    return 0x1FE00000u - (high >> 1 & 0x7FF00000u);
 }
 
-/// The same for sqrt = m * inverseRoot.
+/// The same for sqrt = m * twiceInverseRoot.
 QORKES_INLINE uint32_t rootExponent(uint32_t high) {
-    return ((high - 0x00100000u) >> 1 & 0x7FF00000u) - 0x1FF00000u;
+    return ((high - 0x00100000u) >> 1 & 0x7FF00000u) - 0x20000000u;
 }
 
 /// 2^996 takes every denormal to a normal number; a root halves the exponent.
@@ -68,39 +81,45 @@ static_assert(hasPattern(inverseOfRootScale, 0x20D0000000000000));
 constexpr uint32_t rootNaNHigh = 0x7FF8A5A5;
 constexpr uint32_t rootNaNLow = 0x5A5A5A5A;
 
-/// A NaN with its quiet bit set; a signaling one raises invalid.
-QORKES_INLINE double quietNaN(double x) { return round64(ext{x} + x); }
-
-/// Mantissas of doubles two at a time: one aligned store each, from which the x87 unit
+/// The parts of two arguments, each pair in one aligned store, from which the x87 unit
 /// loads without waiting.
-struct alignas(16) MantissaPair {
-    double m[2];
+struct alignas(16) RootArgumentPair {
+    double mantissa[2];
+    double minus[2];
 };
-QORKES_INLINE MantissaPair mantissasOf(const double* a) {
-    alignas(16) static constexpr uint32_t fraction[4] = {0xFFFFFFFF, 0xFFFFF,
-                                                         0xFFFFFFFF, 0xFFFFF};
-    alignas(16) static constexpr uint32_t one[4] = {0, 0x3FF00000, 0, 0x3FF00000};
-    const auto pattern = [](const uint32_t* p) {
-        return _mm_load_ps(reinterpret_cast<const float*>(p));
-    };
+
+QORKES_INLINE RootArgumentPair rootArgumentPair(const double* a) {
+    static constexpr DoublePattern fraction{0xFFFFF, 0xFFFFFFFF}, one{0x3FF00000, 0};
+    // With the low bit of the exponent kept, -1/2 is -1 where that bit is set.
+    static constexpr DoublePattern andParity{0x1FFFFF, 0xFFFFFFFF},
+        minusHalf{0xBFE00000, 0};
     const __m128 x = _mm_loadu_ps(reinterpret_cast<const float*>(a));
-    MantissaPair pair;
-    _mm_store_ps(reinterpret_cast<float*>(&pair),
-                 _mm_or_ps(_mm_and_ps(x, pattern(fraction)), pattern(one)));
+    RootArgumentPair pair;
+    _mm_store_ps(reinterpret_cast<float*>(pair.mantissa),
+                 _mm_or_ps(_mm_and_ps(x, fraction.load()), one.load()));
+    _mm_store_ps(reinterpret_cast<float*>(pair.minus),
+                 _mm_or_ps(_mm_and_ps(x, andParity.load()), minusHalf.load()));
+    asm("" : "+m"(pair));
     return pair;
 }
 
-/// The mantissa of one positive normal double.
+QORKES_INLINE RootArgument rootArgument(const RootArgumentPair& pair, int k,
+                                        const double& x) {
+    return {pair.mantissa[k], pair.minus[k], highWord(x)};
+}
+
+/// One positive normal double.
 QORKES_INLINE RootArgument rootArgument(const double& x) {
     const uint32_t high = highWord(x);
-    double m;
-    setWords(m, (high & 0xFFFFF) | 0x3FF00000, lowWord(x));
-    return {m, high};
+    double mantissa;
+    setWords(mantissa, (high & 0xFFFFF) | 0x3FF00000, lowWord(x));
+    const ext m = mantissa;
+    return {m, m * (high & 0x00100000 ? -1.0L : -0.5L), high};
 }
 
 QORKES_INLINE bool areFourPositiveNormal(const double* a) {
-    return isPositiveNormal(highWord(a[0])) & isPositiveNormal(highWord(a[1])) &
-           isPositiveNormal(highWord(a[2])) & isPositiveNormal(highWord(a[3]));
+    return isPositiveNormal(highWord(a[0])) && isPositiveNormal(highWord(a[1])) &&
+           isPositiveNormal(highWord(a[2])) && isPositiveNormal(highWord(a[3]));
 }
 
 } // namespace qorkes

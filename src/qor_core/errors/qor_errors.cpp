@@ -195,7 +195,9 @@ int reportElement(int status, int index, const Arrays<T>& arrays, const char* na
     const auto mode = static_cast<unsigned>(_qorGetMode());
     if ((mode & errorField) == QorModeErrIgnore) return 0;
 
-    QorErrorRecord record;
+    // The alignment makes the compiler realign this frame, and with it those of the
+    // callback and of the C library, for callers that keep their stack to 4 bytes.
+    alignas(16) QorErrorRecord record;
     record.status = status;
     record.index = index;
     record.funcNameLength = _qorCreateFuncNameStr("", name, "", record.funcName);

@@ -20,18 +20,19 @@ constexpr char _QOR_THISFUNC_NAME[] = "_qordInvSqrt_HA";
 constexpr auto _ErrorGate = errorGate<double, _QOR_THISFUNC_NAME>;
 
 #include "qor_a6_dinvsqrt_tables.inc"
-constexpr RootTable sqrtTab = {sqrtTabC0, sqrtTabC1, sqrtTabC2};
+constexpr RootTable sqrtTab(sqrtTabC0, sqrtTabC1, sqrtTabC2);
 
 /// Stores the inverse root of m and puts the exponent into the stored number.
-QORKES_INLINE void storeInverseRoot(double& y, const RootArgument& x) {
-    y = round64(inverseRoot(sqrtTab, x));
+QORKES_INLINE void storeInverseRoot(double& y, const RootTable& table,
+                                    const RootArgument& x) {
+    y = round64(twiceInverseRoot(table, x));
     addToHighWord(y, inverseRootExponent(x.high));
 }
 
 QORKES_COLD void _qordInvSqrtScalar(int i, const double* a, double* y) {
     const uint32_t high = highWord(a[i]);
     if (isPositiveNormal(high)) {
-        storeInverseRoot(y[i], rootArgument(a[i]));
+        storeInverseRoot(y[i], sqrtTab, rootArgument(a[i]));
     } else if (isNaN(a[i])) {
         y[i] = quietNaN(a[i]);
     } else if (isZero(a[i])) {
@@ -45,28 +46,30 @@ QORKES_COLD void _qordInvSqrtScalar(int i, const double* a, double* y) {
     } else {
         double root;
         const double scaled = round64(ext{a[i]} * denormalScale);
-        storeInverseRoot(root, rootArgument(scaled));
+        storeInverseRoot(root, sqrtTab, rootArgument(scaled));
         y[i] = round64(ext{root} * rootOfDenormalScale);
     }
 }
 
-QORKES_INLINE void inverseRootsOfFour(int i, const double* a, double* y) {
+QORKES_INLINE void inverseRootsOfFour(int i, const RootTable& table, const double* a,
+                                      double* y) {
     prefetchAhead(a + i, 32);
     if (!areFourPositiveNormal(a + i)) [[unlikely]] {
         for (int k = 0; k < 4; ++k) _qordInvSqrtScalar(i + k, a, y);
         return;
     }
-    const MantissaPair low = mantissasOf(a + i);
-    const MantissaPair high = mantissasOf(a + i + 2);
-    storeInverseRoot(y[i], {low.m[0], highWord(a[i])});
-    storeInverseRoot(y[i + 1], {low.m[1], highWord(a[i + 1])});
-    storeInverseRoot(y[i + 2], {high.m[0], highWord(a[i + 2])});
-    storeInverseRoot(y[i + 3], {high.m[1], highWord(a[i + 3])});
+    const RootArgumentPair low = rootArgumentPair(a + i);
+    const RootArgumentPair high = rootArgumentPair(a + i + 2);
+    storeInverseRoot(y[i], table, rootArgument(low, 0, a[i]));
+    storeInverseRoot(y[i + 1], table, rootArgument(low, 1, a[i + 1]));
+    storeInverseRoot(y[i + 2], table, rootArgument(high, 0, a[i + 2]));
+    storeInverseRoot(y[i + 3], table, rootArgument(high, 1, a[i + 3]));
 }
 
 QORKES_NOINLINE void inverseSquareRoots(int n, const double* a, double* y) {
+    const RootTable* table = inRegister(&sqrtTab);
     inGroups<4>(
-        n, [=](int i) { inverseRootsOfFour(i, a, y); },
+        n, [=](int i) { inverseRootsOfFour(i, *table, a, y); },
         [=](int i) { _qordInvSqrtScalar(i, a, y); });
 }
 

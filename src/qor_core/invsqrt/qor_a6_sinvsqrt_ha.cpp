@@ -19,19 +19,17 @@ namespace {
 constexpr char _QOR_THISFUNC_NAME[] = "_qorsInvSqrt_HA";
 constexpr auto _ErrorGate = errorGate<float, _QOR_THISFUNC_NAME>;
 
-constexpr float smallestNormal = 0x1p-126f;
-static_assert(hasPattern(smallestNormal, 0x00800000));
-
 QORKES_INLINE __m128 inverseRootsOf(__m128 x) {
     const __m128 r = shortPart(_mm_rsqrt_ps(x));
     const __m128 e = _mm_sub_ps(_mm_mul_ps(_mm_mul_ps(x, r), r), _mm_set1_ps(1.0f));
     return _mm_add_ps(r, _mm_mul_ps(_mm_mul_ps(r, e), rootCorrection(e)));
 }
 
-/// Lanes that are no positive normal numbers, NaNs included.
-QORKES_INLINE __m128 specialLanes(__m128 x) {
-    return _mm_or_ps(_mm_cmplt_ps(x, _mm_set1_ps(smallestNormal)),
-                     _mm_cmpnlt_ps(x, _mm_set1_ps(__builtin_inff())));
+/// True if all arguments were positive normal numbers. Of others inverseRootsOf makes
+/// minus infinity (negative denormals) or a NaN: where the estimate is infinite, so is
+/// e, and the sum is none; where it is zero, x r is none. A sum of roots stays small.
+QORKES_INLINE bool arePositive(__m128 rootSum) {
+    return _mm_movemask_ps(_mm_cmpnlt_ps(_mm_setzero_ps(), rootSum)) == 0;
 }
 
 /// Recomputes `count` elements and reports zeros, then negatives. The arguments are
@@ -53,24 +51,24 @@ QORKES_COLD void inverseRootsByDivision(int i, int count, const float* a, float*
 QORKES_INLINE void inverseRootsOfEight(int i, const float* a, float* y) {
     const __m128 low = _mm_loadu_ps(a + i);
     const __m128 high = _mm_loadu_ps(a + i + 4);
-    if (_mm_movemask_ps(_mm_or_ps(specialLanes(low), specialLanes(high))))
-        [[unlikely]] {
+    const __m128 lowRoots = inverseRootsOf(low);
+    const __m128 highRoots = inverseRootsOf(high);
+    if (!arePositive(_mm_add_ps(lowRoots, highRoots))) [[unlikely]] {
         inverseRootsByDivision(i, 8, a, y);
         return;
     }
-    const __m128 lowRoots = inverseRootsOf(low);
-    const __m128 highRoots = inverseRootsOf(high);
     _mm_storeu_ps(y + i, lowRoots);
     _mm_storeu_ps(y + i + 4, highRoots);
 }
 
+/// In all lanes, so that no lane raises what the element does not.
 QORKES_INLINE void inverseRootOfOne(int i, const float* a, float* y) {
-    const __m128 x = _mm_load_ss(a + i);
-    if (_mm_movemask_ps(specialLanes(x)) & 1) [[unlikely]] {
+    const __m128 root = inverseRootsOf(_mm_load1_ps(a + i));
+    if (!arePositive(root)) [[unlikely]] {
         inverseRootsByDivision(i, 1, a, y);
         return;
     }
-    _mm_store_ss(y + i, inverseRootsOf(x));
+    _mm_store_ss(y + i, root);
 }
 
 QORKES_NOINLINE void inverseSquareRoots(int n, const float* a, float* y) {

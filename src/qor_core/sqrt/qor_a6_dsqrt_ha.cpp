@@ -20,18 +20,18 @@ constexpr char _QOR_THISFUNC_NAME[] = "_qordSqrt_HA";
 constexpr auto _ErrorGate = errorGate<double, _QOR_THISFUNC_NAME>;
 
 #include "qor_a6_dsqrt_tables.inc"
-constexpr RootTable sqrtTab = {sqrtTabC0, sqrtTabC1, sqrtTabC2};
+constexpr RootTable sqrtTab(sqrtTabC0, sqrtTabC1, sqrtTabC2);
 
 /// Stores m times its inverse root and puts the exponent into the stored number.
-QORKES_INLINE void storeRoot(double& y, const RootArgument& x) {
-    y = round64(x.mantissa * inverseRoot(sqrtTab, x));
+QORKES_INLINE void storeRoot(double& y, const RootTable& table, const RootArgument& x) {
+    y = round64(x.mantissa * twiceInverseRoot(table, x));
     addToHighWord(y, rootExponent(x.high));
 }
 
 QORKES_COLD void _qordSqrtScalar(int i, const double* a, double* y) {
     const uint32_t high = highWord(a[i]);
     if (isPositiveNormal(high)) {
-        storeRoot(y[i], rootArgument(a[i]));
+        storeRoot(y[i], sqrtTab, rootArgument(a[i]));
     } else if (isNaN(a[i])) {
         y[i] = quietNaN(a[i]);
     } else if (isZero(a[i]) || high == doubleInfinityHigh) {
@@ -42,28 +42,30 @@ QORKES_COLD void _qordSqrtScalar(int i, const double* a, double* y) {
     } else {
         double root;
         const double scaled = round64(ext{a[i]} * denormalScale);
-        storeRoot(root, rootArgument(scaled));
+        storeRoot(root, sqrtTab, rootArgument(scaled));
         y[i] = round64(ext{root} * inverseOfRootScale);
     }
 }
 
-QORKES_INLINE void rootsOfFour(int i, const double* a, double* y) {
+QORKES_INLINE void rootsOfFour(int i, const RootTable& table, const double* a,
+                               double* y) {
     prefetchAhead(a + i, 32);
     if (!areFourPositiveNormal(a + i)) [[unlikely]] {
         for (int k = 0; k < 4; ++k) _qordSqrtScalar(i + k, a, y);
         return;
     }
-    const MantissaPair low = mantissasOf(a + i);
-    const MantissaPair high = mantissasOf(a + i + 2);
-    storeRoot(y[i], {low.m[0], highWord(a[i])});
-    storeRoot(y[i + 1], {low.m[1], highWord(a[i + 1])});
-    storeRoot(y[i + 2], {high.m[0], highWord(a[i + 2])});
-    storeRoot(y[i + 3], {high.m[1], highWord(a[i + 3])});
+    const RootArgumentPair low = rootArgumentPair(a + i);
+    const RootArgumentPair high = rootArgumentPair(a + i + 2);
+    storeRoot(y[i], table, rootArgument(low, 0, a[i]));
+    storeRoot(y[i + 1], table, rootArgument(low, 1, a[i + 1]));
+    storeRoot(y[i + 2], table, rootArgument(high, 0, a[i + 2]));
+    storeRoot(y[i + 3], table, rootArgument(high, 1, a[i + 3]));
 }
 
 QORKES_NOINLINE void squareRoots(int n, const double* a, double* y) {
+    const RootTable* table = inRegister(&sqrtTab);
     inGroups<4>(
-        n, [=](int i) { rootsOfFour(i, a, y); },
+        n, [=](int i) { rootsOfFour(i, *table, a, y); },
         [=](int i) { _qordSqrtScalar(i, a, y); });
 }
 

@@ -26,40 +26,33 @@ static_assert(hasPattern(inverseOfRootScale, 0x39000000));
 
 constexpr uint32_t defaultNaN = 0xFFC00000;
 
-struct Roots {
-    __m128 value;
-    __m128 leading; // not finite in every lane that needs sqrt_scalar
-};
-
-QORKES_INLINE Roots rootsOf(__m128 x) {
-    const __m128 estimate = shortPart(_mm_rsqrt_ps(x));
-    const __m128 r = _mm_and_ps(estimate, _mm_cmpneq_ps(x, _mm_setzero_ps()));
+/// A zero keeps its sign: every term comes out as that zero.
+QORKES_INLINE __m128 rootsOf(__m128 x) {
+    const __m128 isNotZero = _mm_cmpneq_ps(x, _mm_setzero_ps());
+    const __m128 r = _mm_and_ps(shortPart(_mm_rsqrt_ps(x)), isNotZero);
     const __m128 xh = shortPart(x);
-    const __m128 xl = _mm_sub_ps(x, xh);
+    const __m128 minusXl = _mm_sub_ps(xh, x);
     const __m128 leading = _mm_mul_ps(xh, r);
-    const __m128 rest = _mm_mul_ps(xl, r);
-    const __m128 e = _mm_add_ps(_mm_sub_ps(_mm_mul_ps(leading, r), _mm_set1_ps(1.0f)),
-                                _mm_mul_ps(rest, r));
+    const __m128 minusRest = _mm_mul_ps(minusXl, r);
+    const __m128 e = _mm_sub_ps(_mm_sub_ps(_mm_mul_ps(leading, r), _mm_set1_ps(1.0f)),
+                                _mm_mul_ps(minusRest, r));
     const __m128 correction =
         _mm_mul_ps(_mm_mul_ps(_mm_mul_ps(x, r), e), rootCorrection(e));
-    const __m128 root = _mm_add_ps(_mm_add_ps(correction, rest), leading);
-    return {_mm_or_ps(root, _mm_and_ps(x, _mm_set1_ps(-0.0f))), leading};
+    return _mm_add_ps(_mm_sub_ps(correction, minusRest), leading);
 }
 
-QORKES_INLINE bool areFinite(__m128 a, __m128 b) {
-    const __m128 infinity = _mm_set1_ps(__builtin_inff());
-    const __m128 magnitude = _mm_set1_ps(-0.0f);
-    const __m128 finite =
-        _mm_and_ps(_mm_cmplt_ps(_mm_andnot_ps(magnitude, a), infinity),
-                   _mm_cmplt_ps(_mm_andnot_ps(magnitude, b), infinity));
-    return _mm_movemask_ps(finite) == 0xF;
+/// True if no argument needs sqrt_scalar: of denormals, negative numbers, infinities
+/// and NaNs rootsOf makes infinity (negative denormals) or a NaN, since their estimate
+/// or its product with xh is infinite or none. A sum of roots stays small.
+QORKES_INLINE bool areRoots(__m128 rootSum) {
+    return _mm_movemask_ps(_mm_cmpnlt_ps(rootSum, _mm_set1_ps(__builtin_inff()))) == 0;
 }
 
 QORKES_NOINLINE void sqrt_scalar(int i, const float* a, float* y) {
     const uint32_t bits = bitsOf(a[i]);
     const uint32_t magnitude = bits & magnitudeBits;
     if (bits - 0x00800000u < 0x7F000000u) {
-        _mm_store_ss(y + i, rootsOf(_mm_load_ss(a + i)).value);
+        _mm_store_ss(y + i, rootsOf(_mm_load_ss(a + i)));
     } else if (magnitude > floatInfinity) {
         _mm_store_ss(y + i, _mm_mul_ss(_mm_load_ss(a + i), _mm_set_ss(1.0f)));
     } else if (magnitude == 0 || bits == floatInfinity) {
@@ -70,19 +63,19 @@ QORKES_NOINLINE void sqrt_scalar(int i, const float* a, float* y) {
     } else {
         const __m128 scaled = _mm_mul_ss(_mm_load_ss(a + i), _mm_set_ss(denormalScale));
         _mm_store_ss(y + i,
-                     _mm_mul_ss(rootsOf(scaled).value, _mm_set_ss(inverseOfRootScale)));
+                     _mm_mul_ss(rootsOf(scaled), _mm_set_ss(inverseOfRootScale)));
     }
 }
 
 QORKES_INLINE void rootsOfEight(int i, const float* a, float* y) {
-    const Roots low = rootsOf(_mm_loadu_ps(a + i));
-    const Roots high = rootsOf(_mm_loadu_ps(a + i + 4));
-    if (!areFinite(low.leading, high.leading)) [[unlikely]] {
+    const __m128 low = rootsOf(_mm_loadu_ps(a + i));
+    const __m128 high = rootsOf(_mm_loadu_ps(a + i + 4));
+    if (!areRoots(_mm_add_ps(low, high))) [[unlikely]] {
         for (int k = 0; k < 8; ++k) sqrt_scalar(i + k, a, y);
         return;
     }
-    _mm_storeu_ps(y + i, low.value);
-    _mm_storeu_ps(y + i + 4, high.value);
+    _mm_storeu_ps(y + i, low);
+    _mm_storeu_ps(y + i + 4, high);
 }
 
 QORKES_NOINLINE void squareRoots(int n, const float* a, float* y) {

@@ -1,0 +1,15 @@
+// The subcommands, one file each. A function here declares its options and examples;
+// the work runs when the command line has been parsed.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace qorkes {
+
+void addApply(CLI::App& app);
+void addDraw(CLI::App& app);
+void addList(CLI::App& app);
+
+} // namespace qorkes

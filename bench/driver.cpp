@@ -1,0 +1,153 @@
+// qorkes-bench: times every row of the tables in kernels.cpp and streams.cpp.
+//
+// One round times our entry, the x87 peer and the SSE2 peer, each for about a
+// millisecond, and gives a ratio for each peer. Reported are the median over the rounds
+// and the range of their middle eight tenths.
+#include "driver.hpp"
+
+#include <support/document.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <iostream>
+
+using namespace qorkes;
+using namespace qorkes::bench;
+
+namespace {
+
+constexpr double measuredSeconds = 1e-3;
+constexpr int sizes[] = {1000, 100000};
+
+using Work = std::function<void()>;
+
+/// Time that this thread had on a processor, which leaves out the turns of others.
+double threadSeconds() {
+    timespec time;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+double secondsFor(const Work& work, int repetitions) {
+    const double start = threadSeconds();
+    for (int i = 0; i < repetitions; ++i) work();
+    return threadSeconds() - start;
+}
+
+/// Work with the number of repetitions that take about a millisecond.
+struct Timed {
+    const Work& work;
+    int repetitions = 1;
+
+    explicit Timed(const Work& w) : work(w) {
+        while (secondsFor(work, repetitions) < measuredSeconds / 2) repetitions *= 2;
+    }
+    double seconds() const { return secondsFor(work, repetitions) / repetitions; }
+};
+
+/// The ratios of all rounds, in ascending order.
+struct Ratios {
+    std::vector<double> sorted;
+
+    double at(double quantile) const {
+        const auto last = static_cast<double>(sorted.size() - 1);
+        return sorted[static_cast<std::size_t>(quantile * last + 0.5)];
+    }
+    double median() const { return at(0.5); }
+};
+
+struct Result {
+    Ratios x87, sse2;
+
+    /// Against the faster build of the peer.
+    const Ratios& ratios() const { return x87.median() < sse2.median() ? x87 : sse2; }
+};
+
+Result measure(const Contest& contest, int rounds) {
+    const Timed ours(contest.ours), x87(contest.x87), sse2(contest.sse2);
+    Result result;
+    for (int i = 0; i < rounds; ++i) {
+        const double base = ours.seconds();
+        result.x87.sorted.push_back(x87.seconds() / base);
+        result.sse2.sorted.push_back(sse2.seconds() / base);
+    }
+    std::ranges::sort(result.x87.sorted);
+    std::ranges::sort(result.sse2.sorted);
+    return result;
+}
+
+template <class... Args> std::string format(const char* pattern, Args... args) {
+    char text[200];
+    std::snprintf(text, sizeof text, pattern, args...);
+    return text;
+}
+
+std::string line(const std::string& ours, const std::string& arguments,
+                 const std::string& peer, const std::string (&cells)[4]) {
+    return format("| %-18s | %-30s | %-17s | %-19s | %-12s | %-19s | %-12s |\n",
+                  ours.c_str(), arguments.c_str(), peer.c_str(), cells[0].c_str(),
+                  cells[1].c_str(), cells[2].c_str(), cells[3].c_str());
+}
+
+std::string heading() {
+    std::string rule = line("", "", "", {"", "", "", ""});
+    std::ranges::replace(rule, ' ', '-');
+    return line("ours", "arguments", "peer",
+                {"n = 1000", "x87, SSE2", "n = 100000", "x87, SSE2"}) +
+           rule;
+}
+
+std::string measured(const Row& row, int rounds) {
+    std::string cells[4];
+    std::string* cell = cells;
+    for (const int n : sizes) {
+        const Result result = measure(row.prepare(n), rounds);
+        const Ratios& ratios = result.ratios();
+        *cell++ = format("%.2f (%.2f to %.2f)", ratios.median(), ratios.at(0.1),
+                         ratios.at(0.9));
+        *cell++ = format("%.2f, %.2f", result.x87.median(), result.sse2.median());
+    }
+    return line(row.ours, row.arguments, row.peer, cells);
+}
+
+std::string machine() {
+    std::ifstream info("/proc/cpuinfo");
+    std::string text, model = "unknown";
+    while (std::getline(info, text))
+        if (text.starts_with("model name")) model = text.substr(text.find(':') + 2);
+    return "Processor: " + model + ". Compiler: gcc " __VERSION__ ".\n\n";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app(
+        "Times Qorkes and its peers alternately: peer's time divided by ours.");
+    std::string filter, document;
+    int rounds = 31;
+    auto* part =
+        app.add_option("--filter", filter, "only rows whose name has this part");
+    app.add_option("--rounds", rounds, "rounds for each row")
+        ->check(CLI::PositiveNumber);
+    app.add_option("--docs", document, "performance document to bring up to date")
+        ->check(CLI::ExistingFile)
+        ->excludes(part);
+    CLI11_PARSE(app, argc, argv);
+
+    std::vector<Row> rows = kernelRows();
+    std::ranges::move(streamRows(), std::back_inserter(rows));
+
+    std::string table = machine() + heading();
+    std::cout << table << std::flush;
+    for (const Row& row : rows) {
+        if (row.ours.find(filter) == std::string::npos) continue;
+        const std::string text = measured(row, rounds);
+        std::cout << text << std::flush;
+        table += text;
+    }
+    if (!document.empty()) replaceSection(document, "ratios", table);
+}

@@ -1,0 +1,33 @@
+// Loops over what a program would call without this library. peers.cpp is built twice,
+// into one shared object for x87 and one for SSE2 arithmetic.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace qorkes::bench {
+
+/// One function on arrays; a scalar second argument is b[0].
+template <class T> struct KernelPeer {
+    const char* function; // of the catalogue
+    const char* name;
+    void (*loop)(int n, const T* a, const T* b, T* y, T* z);
+};
+
+/// Fills y with the raw words of a generator that lives as long as the program.
+struct WordPeer {
+    const char* name;
+    void (*fill)(int n, std::uint32_t* y);
+};
+
+struct Peers {
+    std::span<const KernelPeer<double>> doubles;
+    std::span<const KernelPeer<float>> singles;
+    std::span<const WordPeer> words;
+};
+
+// In the same order.
+Peers x87Peers();
+Peers sse2Peers();
+
+} // namespace qorkes::bench

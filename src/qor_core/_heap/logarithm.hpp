@@ -1,0 +1,154 @@
+// Logarithms in double precision, to the base e or 10: the one kernel of Ln and Log10.
+//
+// a = m 2^k and c = 1 + i/256, the mantissa m cut to its top 8 bits. With the rest r =
+// (m - c) / c from a table of reciprocals, log a = k log 2 + log c + P(r): the
+// logarithm of c in two parts, P a polynomial. In [0.998046875, 1), where that would
+// cancel, the Taylor series of log(1 + t), t = a - 1. All at 64-bit precision, rounded
+// once.
+#pragma once
+
+#include <common/pattern.hpp>
+#include <qor_core/frame.hpp>
+
+namespace qorkes {
+
+struct alignas(32) LogarithmRow {
+    double high, low; // log c
+    double recip;     // 1/c
+};
+
+/// Rows from a table of three columns, each in a place of 32 bytes.
+struct LogarithmRows {
+    LogarithmRow row[256];
+
+    constexpr LogarithmRows(const double (&table)[256][3]) : row{} {
+        for (int i = 0; i < 256; ++i) row[i] = {table[i][0], table[i][1], table[i][2]};
+    }
+};
+
+struct Logarithm {
+    LogarithmRows rows;
+    double main[6], nearOne[6]; // coefficients of r, t and their powers
+    ext logOf2;
+    const char* kernel;
+};
+
+/// k as a number for each exponent field: a load, where the conversion of an integer
+/// takes time of the adder.
+struct Exponents {
+    float k[2048];
+
+    constexpr Exponents() : k{} {
+        for (int i = 0; i < 2048; ++i) k[i] = static_cast<float>(i - 1023);
+    }
+};
+constexpr Exponents exponents;
+
+/// True in [0.998046875, 1).
+QORKES_INLINE bool isNearOne(uint32_t high) { return high >> 12 == 0x3FEFF; }
+
+QORKES_INLINE bool areForTable(const double* x) {
+    const uint32_t high0 = highWord(x[0]), high1 = highWord(x[1]);
+    return isPositiveNormal(high0) && isPositiveNormal(high1) && !isNearOne(high0) &&
+           !isNearOne(high1);
+}
+
+/// Stores 1 + m - c of two arguments: without their top 8 bits the mantissas stand for
+/// that. By one aligned store, from which the unit loads without waiting.
+QORKES_INLINE void storeRests(double* rests, const double* x) {
+    static constexpr DoublePattern kept{0xFFF, 0xFFFFFFFF}, one{0x3FF00000, 0};
+    const __m128 pair = _mm_loadu_ps(reinterpret_cast<const float*>(x));
+    _mm_store_ps(reinterpret_cast<float*>(rests),
+                 _mm_or_ps(_mm_and_ps(pair, kept.load()), one.load()));
+}
+
+/// Stores the rests of the pairs before the first one that is not for the table, up to
+/// a block of them; returns how many elements these are.
+QORKES_NOINLINE static int tableRests(int n, const double* a, double* rests) {
+    const int last = (n < blockSize ? n : blockSize) - 2;
+    int count = 0;
+    for (; count <= last && areForTable(a + count); count += 2)
+        storeRests(rests + count, a + count);
+    return count;
+}
+
+/// The logarithms of these pairs; returns how many elements they are. Each element is
+/// begun before the one in front of it is finished, which keeps the chains of dependent
+/// operations short.
+template <const Logarithm& f>
+QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
+    alignas(16) double rests[blockSize];
+    const int count = tableRests(n, a, rests);
+    if (count == 0) return 0;
+
+    const ext logOf2 = inRegister(f.logOf2);
+    const ext one = inRegister(1.0L);
+    const auto& c = f.main;
+    const auto rowOf = [](uint32_t high) -> const LogarithmRow& {
+        const char* place =
+            reinterpret_cast<const char*>(f.rows.row) + (high >> 7 & 0x1FE0);
+        return *reinterpret_cast<const LogarithmRow*>(place);
+    };
+    const auto begin = [&](int i, ext& r, ext& upper) {
+        r = (loaded(rests[i]) - one) * rowOf(highWord(a[i])).recip;
+        upper = ((c[5] * r + c[4]) * r + c[3]) * r + c[2];
+    };
+    const auto finish = [&](int i, ext r, ext upper) {
+        const uint32_t high = highWord(a[i]);
+        const LogarithmRow& row = rowOf(high);
+        const ext p = ((upper * r + c[1]) * r + c[0]) * r;
+        const ext k = loaded(exponents.k[high >> 20]);
+        y[i] = round64(((k * logOf2 + row.high) + row.low) + p);
+    };
+    ext r0, r1, upper0, upper1;
+    begin(0, r0, upper0);
+    for (int i = 0; i < count; i += 2) {
+        begin(i + 1, r1, upper1);
+        finish(i, r0, upper0);
+        begin(i + 2 < count ? i + 2 : i, r0, upper0);
+        finish(i + 1, r1, upper1);
+    }
+    return count;
+}
+
+template <const Logarithm& f> QORKES_COLD double seriesNearOne(const double& x) {
+    const auto& c = f.nearOne;
+    const ext t = ext{x} - 1.0L;
+    return round64(
+        (((((c[5] * t + c[4]) * t + c[3]) * t + c[2]) * t + c[1]) * t + c[0]) * t);
+}
+
+/// The unit's own logarithm serves what is no positive normal number.
+template <const Logarithm& f>
+QORKES_COLD void specialLogarithm(int i, const double* a, double* y) {
+    const uint32_t high = highWord(a[i]);
+    const int status = isZero(a[i])                           ? QOR_STATUS_SING
+                       : high - signBit <= doubleInfinityHigh ? QOR_STATUS_ERRDOM
+                                                              : QOR_STATUS_OK;
+    y[i] = round64(timesLog2(f.logOf2, a[i]));
+    if (status != QOR_STATUS_OK) report(status, i, a, a, y, y, f.kernel);
+}
+
+template <const Logarithm& f>
+QORKES_COLD void scalarLogarithm(int i, const double* a, double* y) {
+    const uint32_t high = highWord(a[i]);
+    if (!isPositiveNormal(high)) {
+        specialLogarithm<f>(i, a, y);
+    } else if (isNearOne(high)) {
+        y[i] = seriesNearOne<f>(a[i]);
+    } else {
+        const double twice[2] = {a[i], a[i]};
+        double results[2];
+        tablePairs<f>(2, twice, results);
+        y[i] = results[0];
+    }
+}
+
+template <const Logarithm& f>
+QORKES_NOINLINE void logarithms(int n, const double* a, double* y) {
+    const auto scalar = [=](int i) { scalarLogarithm<f>(i, a, y); };
+    inPairs(
+        n, [=](int i) { return tablePairs<f>(n - i, a + i, y + i); }, scalar, scalar);
+}
+
+} // namespace qorkes

@@ -1,0 +1,107 @@
+#include "run.hpp"
+
+#include <algorithm>
+
+using namespace qorkes;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines draw(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "draw");
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.err, "");
+    std::istringstream text(outcome.out);
+    Lines lines;
+    for (std::string line; std::getline(text, line);) lines.push_back(line);
+    return lines;
+}
+
+/// Elements first, first + step, ... of a plain draw.
+Lines every(const Lines& plain, size_t first, size_t step, size_t count) {
+    Lines lines;
+    for (size_t i = 0; i < count; ++i) lines.push_back(plain.at(first + i * step));
+    return lines;
+}
+
+} // namespace
+
+TEST(Draw, BitsAreTheRecurrenceFromTheSeed) {
+    Lines small, large;
+    uint64_t x = 5, y = (uint64_t{3} << 32) + 7;
+    for (int i = 0; i < 20; ++i) {
+        small.push_back(std::to_string(x));
+        large.push_back(std::to_string(y));
+        x = x * 1132489760 % 0x7FFFFFFF;
+        y = y * 302875106592253 & 0x7FFFFFFFFFFFFFF;
+    }
+    EXPECT_EQ(draw({"bits", "--generator", "mcg31m1", "--seed", "5", "--count", "20"}),
+              small);
+    EXPECT_EQ(
+        draw({"bits", "--generator", "MCG59:0", "--seed", "7,3", "--count", "20"}),
+        large);
+}
+
+TEST(Draw, SkipAndLeapfrogTakeElementsOfThePlainDraw) {
+    for (const char* generator : {"MCG31M1", "MCG59"})
+        for (const Lines& what : {Lines{"bits"}, Lines{"uniform", "a=-1", "b=3"},
+                                  Lines{"uniform", "--precision", "single"}}) {
+            const auto with = [&](const Lines& options) {
+                Lines arguments = what;
+                for (const char* option : {"--generator", generator, "--seed", "12345"})
+                    arguments.push_back(option);
+                arguments.insert(arguments.end(), options.begin(), options.end());
+                return draw(arguments);
+            };
+            const Lines plain = with({"--count", "100"});
+            EXPECT_EQ(with({}), every(plain, 0, 1, 10));
+            EXPECT_EQ(with({"--skip", "17", "--count", "50"}), every(plain, 17, 1, 50));
+            EXPECT_EQ(with({"--leapfrog", "2/7"}), every(plain, 2, 7, 10));
+            EXPECT_EQ(with({"--leapfrog", "2/7", "--skip", "3"}),
+                      every(plain, 23, 7, 10));
+        }
+}
+
+TEST(Draw, UniformNumbersLieInTheirRange) {
+    for (const char* precision : {"double", "single"})
+        for (const std::string& line : draw({"uniform", "a=-3", "b=-2", "--count",
+                                             "1000", "--precision", precision})) {
+            EXPECT_GE(std::stod(line), -3);
+            EXPECT_LE(std::stod(line), -2);
+        }
+    EXPECT_EQ(draw({"uniform", "--count", "0"}), Lines{});
+}
+
+TEST(Draw, TextReadsBackAsTheSameBits) {
+    expectSameBits<double>({"draw", "uniform", "--count", "100"});
+    expectSameBits<float>(
+        {"draw", "uniform", "--count", "100", "--precision", "single"});
+}
+
+TEST(Draw, SummaryShowsExactMomentsAndAHistogram) {
+    const Lines lines =
+        draw({"uniform", "b=4", "--count", "10000", "--seed", "9", "--summary"});
+    ASSERT_EQ(lines.size(), 9u + 1 + 8);
+    const struct {
+        size_t line;
+        const char* name;
+        double value, tolerance;
+    } rows[] = {{1, "count", 10000, 0},         {2, "mean", 2, 0.05},
+                {3, "deviation", 1.1547, 0.05}, {4, "minimum", 0, 0.01},
+                {5, "lower quartile", 1, 0.1},  {6, "median", 2, 0.1},
+                {7, "upper quartile", 3, 0.1},  {8, "maximum", 4, 0.01}};
+    for (const auto& [line, name, value, tolerance] : rows) {
+        EXPECT_NE(lines[line].find(name), std::string::npos) << lines[line];
+        EXPECT_NEAR(std::stod(lines[line].substr(20)), value, tolerance) << lines[line];
+    }
+    EXPECT_NE(lines[3].find("1.1547"), std::string::npos) << lines[3];
+    for (size_t bar = 10; bar < lines.size(); ++bar) {
+        EXPECT_GE(std::count(lines[bar].begin(), lines[bar].end(), '#'), 40)
+            << lines[bar];
+        EXPECT_EQ(std::count(lines[bar].begin(), lines[bar].end(), '|'), 1)
+            << lines[bar];
+    }
+    EXPECT_EQ(draw({"bits", "--count", "1", "--summary"}).size(), 9u);
+}

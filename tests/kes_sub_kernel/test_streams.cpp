@@ -1,0 +1,215 @@
+// The registry, the life of a stream and its chunks.
+#include "stream.hpp"
+
+#include <cstdlib>
+#include <cstring>
+
+using namespace qorkes;
+using namespace qorkes::test;
+
+namespace {
+
+constexpr int firstRegistered = 0xd00000;
+
+/// A caller's generator: delivers the count of numbers drawn so far.
+struct CounterState {
+    uint32_t drawn;
+};
+constexpr int stateSizeOfCounter = sizeof(StreamState) + sizeof(CounterState);
+
+uint32_t& drawnOf(StreamState* stream) {
+    return reinterpret_cast<CounterState*>(stream + 1)->drawn;
+}
+int initCounter(int method, StreamState* stream, int n, const uint32_t* params) {
+    if (method != 0) return KesStatusBadMethod;
+    if (n < 1) return KesStatusBadArgument;
+    drawnOf(stream) = params[0];
+    return KesStatusOk;
+}
+int countSingles(StreamState*, int, float*, float, float) { return 11; }
+int countDoubles(StreamState*, int, double*, double, double) { return 12; }
+int count(StreamState* stream, int n, uint32_t* r) {
+    for (int i = 0; i < n; ++i) r[i] = drawnOf(stream)++;
+    return KesStatusOk;
+}
+constexpr BrngProperties counter = {
+    stateSizeOfCounter, 1, 1, 4, 32, initCounter, countSingles, countDoubles, count};
+
+TEST(Registry, IdentifiersNameRowsAndMembers) {
+    const struct {
+        int brng;
+        const BrngRecord* table;
+        int row, offset;
+    } rows[] = {
+        {0, __RegBrngs, 0, 0},
+        {3, __RegBrngs, 3, 0},
+        {4, __RegBrngs, 4, 0},
+        {5, __RegBrngs, 4, 1},
+        {276, __RegBrngs, 4, 272},
+        {277, __RegBrngs, 277, 0},
+        {279, __RegBrngs, 279, 0},
+        {0xFFFFF, __RegBrngs, 0xFFFFF, 0},
+        {-1, __RegBrngs, -1, 0},
+        {0x100000, __RegBrngsNew, 0, 0},
+        {0x500001, __RegBrngsNew, 4, 1},
+        {0x5FFFFF, __RegBrngsNew, 4, 0xFFFFF},
+        {0x7FFFFFFF, __RegBrngsNew, 2046, 0xFFFFF},
+    };
+    for (const auto& expected : rows) {
+        int row = -9, offset = -9;
+        EXPECT_EQ(__kesGetBrngBaseOffset(expected.brng, &row, &offset), expected.table);
+        EXPECT_EQ(row, expected.row) << std::hex << expected.brng;
+        EXPECT_EQ(offset, expected.offset) << std::hex << expected.brng;
+    }
+}
+
+TEST(Registry, RowsOfBothNumberings) {
+    const struct {
+        int brng, first;
+        BrngProperties row;
+    } rows[] = {
+        {KesBrngMCG31M1,
+         0,
+         {24, 1, 0, 4, 31, __kesBRngMCG31M1InitStream, __kessBRngMCG31M1,
+          __kesdBRngMCG31M1, __kesiBRngMCG31M1}},
+        {KesBrngR250,
+         1,
+         {1024, 252, 1, 4, 32, __kesBRngR250InitStream, __kessBRngR250, __kesdBRngR250,
+          __kesiBRngR250}},
+        {KesBrngMRG32K3A,
+         2,
+         {40, 6, 1, 4, 32, __kesBRngMRG32K3AInitStream, __kessBRngMRG32K3A,
+          __kesdBRngMRG32K3A, __kesiBRngMRG32K3A}},
+        {KesBrngMCG59,
+         3,
+         {32, 1, 0, 8, 59, __kesBRngMCG59InitStream, __kessBRngMCG59, __kesdBRngMCG59,
+          __kesiBRngMCG59}},
+    };
+    for (const auto& [brng, first, row] : rows)
+        for (const int identifier : {brng, first}) {
+            BrngProperties props;
+            ASSERT_EQ(__kesGetBrngProperties(identifier, &props), KesStatusOk);
+            EXPECT_EQ(std::memcmp(&props, &row, sizeof row), 0) << identifier;
+        }
+    EXPECT_EQ(std::memcmp(__RegBrngs, __RegBrngsNew, 5 * sizeof(BrngRecord)), 0);
+    EXPECT_EQ(std::memcmp(__RegBrngs + 4, __RegBrngs + 276, sizeof(BrngRecord)), 0);
+}
+
+TEST(Registry, RefusesWhatIsNotThere) {
+    for (const int brng : {279, 0x100001, 0x400001, 0x500000 + 273, 0x900000 + 1024,
+                           firstRegistered + 0x100000, 0x7FFFFFFF}) {
+        BrngProperties props = counter;
+        StreamState dummy;
+        StreamState* stream = &dummy;
+        EXPECT_EQ(__kesGetBrngProperties(brng, &props), KesStatusInvalidBrng);
+        EXPECT_EQ(std::memcmp(&props, &counter, sizeof props), 0);
+        EXPECT_EQ(__kesNewStreamEx(&stream, brng, 0, nullptr), KesStatusInvalidBrng);
+        EXPECT_EQ(stream, &dummy);
+    }
+    for (const int brng : {KesBrngiAbstract, KesBrngdAbstract, KesBrngsAbstract}) {
+        StreamState* stream = nullptr;
+        EXPECT_EQ(__kesNewStreamEx(&stream, brng, 0, nullptr), KesStatusInvalidBrng);
+    }
+}
+
+TEST(Registry, RefusesPropertiesInOrder) {
+    BrngProperties props = {-1, 0, 0, 3, 0, nullptr, nullptr, nullptr, nullptr};
+    EXPECT_EQ(__kesRegisterBrng(&props), KesStatusBadStateSize);
+    props.StateSize = 0;
+    EXPECT_EQ(__kesRegisterBrng(&props), KesStatusBadWordSize);
+    props.WordSize = 16;
+    EXPECT_EQ(__kesRegisterBrng(&props), KesStatusBadSeedCount);
+    props.SeedCount = 1;
+    EXPECT_EQ(__kesRegisterBrng(&props), KesStatusBadBitCount);
+    for (int missing = 0; missing < 4; ++missing) {
+        props = counter;
+        if (missing == 0) props.dBRng = nullptr;
+        if (missing == 1) props.sBRng = nullptr;
+        if (missing == 2) props.iBRng = nullptr;
+        if (missing == 3) props.InitStream = nullptr;
+        EXPECT_EQ(__kesRegisterBrng(&props), KesStatusNullPointer) << missing;
+    }
+    EXPECT_EQ(__kesGetNumRegBrngs(), 12);
+}
+
+/// Registrations last as long as the program: this is the only test that makes one.
+TEST(Registry, TakesGeneratorsOfCallers) {
+    StreamState* made = nullptr;
+    EXPECT_EQ(__kesNewStreamEx(&made, firstRegistered, 0, nullptr),
+              KesStatusInvalidBrng);
+    ASSERT_EQ(__kesRegisterBrng(&counter), firstRegistered);
+    EXPECT_EQ(__kesGetNumRegBrngs(), 13);
+    EXPECT_EQ(__kesNewStreamEx(&made, firstRegistered + 1, 0, nullptr),
+              KesStatusInvalidBrng);
+
+    const Stream stream = newStream(firstRegistered, {40});
+    EXPECT_EQ(take<uint32_t>(stream, 3), (std::vector<uint32_t>{40, 41, 42}));
+    double x;
+    float y;
+    EXPECT_EQ(draw(stream, 1, &y), 11);
+    EXPECT_EQ(draw(stream, 1, &x), 12);
+    EXPECT_EQ(__kesLeapfrogStream(stream.get(), 0, 2), KesStatusBadMethod);
+
+    // A refused seed leaves a stream behind, for the caller to delete.
+    EXPECT_EQ(__kesNewStreamEx(&made, firstRegistered, 0, nullptr),
+              KesStatusBadArgument);
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(__kesDeleteStream(&made), KesStatusOk);
+    EXPECT_EQ(made, nullptr);
+}
+
+TEST(Stream, HeaderOfANewOne) {
+    const Stream stream = newStream(3, {5});
+    EXPECT_EQ(stream->BrngId, 3);
+    EXPECT_EQ(__kesGetStreamStateBrng(stream.get()), 3);
+    EXPECT_EQ(stream->Flag, 1);
+    EXPECT_EQ(stream->Chunks, 0);
+    EXPECT_EQ(__kesGetNumChunks(stream.get()), 0);
+}
+
+TEST(Stream, StateCopyTellsRowsNotNumberings) {
+    const Stream first = newStream(0, {5}), current = newStream(KesBrngMCG31M1, {6});
+    const Stream other = newStream(KesBrngMCG59, {7});
+    EXPECT_EQ(__kesCopyStreamState(current.get(), current.get()), KesStatusOk);
+    EXPECT_EQ(__kesCopyStreamState(current.get(), first.get()), KesBrngMCG31M1);
+    EXPECT_EQ(current->BrngId, KesBrngMCG31M1);
+    EXPECT_EQ(take<uint32_t>(current, 1)[0], 5u);
+    // The destination's identifier: that of the first numbering is 0 here.
+    EXPECT_EQ(__kesCopyStreamState(first.get(), current.get()), 0);
+    // Refused, and yet four bytes of the state have been overwritten.
+    EXPECT_EQ(__kesCopyStreamState(other.get(), first.get()),
+              KesStatusBrngsIncompatible);
+    EXPECT_EQ(take<uint32_t>(other, 1)[0], take<uint32_t>(first, 1)[0]);
+}
+
+TEST(Stream, ChunksAreAListWithTheNewestFirst) {
+    const Stream stream = newStream(KesBrngMCG31M1, {});
+    void* const blocks[3] = {std::malloc(8), std::malloc(16), std::malloc(8)};
+    EXPECT_EQ(__kesAddChunk(stream.get(), 1, blocks[0], 8), KesStatusOk);
+    EXPECT_EQ(__kesAddChunk(stream.get(), 2, blocks[1], 16), KesStatusOk);
+    EXPECT_EQ(__kesAddChunk(stream.get(), 1, blocks[2], 8), KesStatusOk);
+    EXPECT_EQ(__kesAddChunk(stream.get(), 4, nullptr, 0), KesStatusOk);
+    EXPECT_EQ(__kesGetNumChunks(stream.get()), 4);
+    EXPECT_EQ(__kesSearchChunk(stream.get(), 1), blocks[2]);
+    EXPECT_EQ(__kesSearchChunk(stream.get(), 2), blocks[1]);
+    EXPECT_EQ(__kesSearchChunk(stream.get(), 3), nullptr);
+
+    const auto* head =
+        reinterpret_cast<const Chunk*>(static_cast<intptr_t>(stream->Chunks));
+    EXPECT_EQ(stream->Chunks, int64_t{reinterpret_cast<intptr_t>(head)});
+    EXPECT_EQ(head->id, 4);
+    EXPECT_EQ(head->next->size, 8);
+
+    // A copy has the same list, not one of its own.
+    StreamState* copy = nullptr;
+    ASSERT_EQ(__kesCopyStream(&copy, stream.get()), KesStatusOk);
+    EXPECT_EQ(copy->Chunks, stream->Chunks);
+    copy->Chunks = 0;
+    __kesDeleteStream(&copy);
+
+    __kesDeleteChunks(stream.get());
+    EXPECT_EQ(stream->Chunks, 0);
+    EXPECT_EQ(__kesGetNumChunks(stream.get()), 0);
+}
+
+} // namespace
