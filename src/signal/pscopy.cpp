@@ -134,33 +134,32 @@ char* ownsZero_8u_A6(char* const start, size_t n) {
     return start;
 }
 
-QORKES_INLINE void ownsCopy_8u(const char* s, char* d, size_t n) {
+/// Rounds of 64 bytes to a 16-byte boundary, and what is left before and after them.
+template <class Round>
+QORKES_INLINE void copyInRounds(const char* s, char* d, size_t n, Round round) {
     if (n >= 64) {
         move<16>(s, d);
         const size_t head = missingTo(16, d);
         s += head;
         d += head;
         n -= head;
-        for (; n >= 64; n -= 64, s += 64, d += 64) moveRound(s, d);
+        for (; n >= 64; n -= 64, s += 64, d += 64) round(s, d);
     }
     moveRest(s, d, n);
 }
 
+QORKES_INLINE void ownsCopy_8u(const char* s, char* d, size_t n) {
+    copyInRounds(s, d, n, [](const char* from, char* to) { moveRound(from, to); });
+}
+
 /// Stores that nothing orders yet.
 QORKES_INLINE void streamCopy(const char* s, char* d, size_t n) {
-    if (n >= 64) {
-        move<16>(s, d);
-        const size_t head = missingTo(16, d);
-        s += head;
-        d += head;
-        n -= head;
-        for (; n >= 64; n -= 64, s += 64, d += 64)
+    copyInRounds(s, d, n, [](const char* from, char* to) {
 #pragma GCC unroll 8
-            for (size_t i = 0; i < 64; i += 8)
-                _mm_stream_pi(reinterpret_cast<__m64*>(d + i),
-                              *reinterpret_cast<const Quad*>(s + i));
-    }
-    moveRest(s, d, n);
+        for (size_t i = 0; i < 64; i += 8)
+            _mm_stream_pi(reinterpret_cast<__m64*>(to + i),
+                          *reinterpret_cast<const Quad*>(from + i));
+    });
 }
 
 void ownsCopy_8u_A6(const char* s, char* d, size_t n) {

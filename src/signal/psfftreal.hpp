@@ -167,42 +167,47 @@ int withBuffer(const FftCtxOf<T>& plan, unsigned char* buffer, Transform transfo
     return ZubStatusOk;
 }
 
-template <class Precision, class T = typename Precision::Real>
-int forward(const T* src, T* dst, const FftCtx* handle, unsigned char* buffer) {
+/// The routines for orders 0 to 3.
+template <Direction direction, class T>
+const SmallTransform<T>* smallTransforms(const FftCtxOf<T>& plan) {
+    if constexpr (direction == Direction::forward)
+        return plan.fwdNorm ? tbl_rFFTfwd_norm_small<T> : tbl_rFFTfwd_small<T>;
+    else
+        return plan.invNorm ? tbl_rFFTinv_norm_small<T> : tbl_rFFTinv_small<T>;
+}
+
+/// After the tests, the small transform of the plan's order or steps(plan, work).
+template <class Precision, Direction direction, class T, class Steps>
+int run(const T* src, T* dst, const FftCtx* handle, unsigned char* buffer,
+        Steps steps) {
     const int status = checkPlan<Precision>(handle);
     if (status != ZubStatusOk) return status;
     if (!src || !dst) return ZubStatusNullPointer;
     const FftCtxOf<T>& plan = *planOf<T>(handle);
-    if (plan.order < tableFreeOrders) {
-        const auto& table =
-            plan.fwdNorm ? tbl_rFFTfwd_norm_small<T> : tbl_rFFTfwd_small<T>;
-        table[plan.order](src, dst, plan.normFactor);
-        return ZubStatusOk;
-    }
-    return withBuffer(plan, buffer, [&](T* work) {
-        Precision::spectrum(plan, src, dst, plan.order - 1, work);
-        sumAndDifference(dst, dst);
-        Precision::toReal(dst, 1 << (plan.order - 1), plan.realRecTab);
-    });
+    if (plan.order >= tableFreeOrders)
+        return withBuffer(plan, buffer, [&](T* work) { steps(plan, work); });
+    smallTransforms<direction>(plan)[plan.order](src, dst, plan.normFactor);
+    return ZubStatusOk;
+}
+
+template <class Precision, class T = typename Precision::Real>
+int forward(const T* src, T* dst, const FftCtx* handle, unsigned char* buffer) {
+    return run<Precision, Direction::forward>(
+        src, dst, handle, buffer, [=](const FftCtxOf<T>& plan, T* work) {
+            Precision::spectrum(plan, src, dst, plan.order - 1, work);
+            sumAndDifference(dst, dst);
+            Precision::toReal(dst, 1 << (plan.order - 1), plan.realRecTab);
+        });
 }
 
 template <class Precision, class T = typename Precision::Real>
 int inverse(const T* src, T* dst, const FftCtx* handle, unsigned char* buffer) {
-    const int status = checkPlan<Precision>(handle);
-    if (status != ZubStatusOk) return status;
-    if (!src || !dst) return ZubStatusNullPointer;
-    const FftCtxOf<T>& plan = *planOf<T>(handle);
-    if (plan.order < tableFreeOrders) {
-        const auto& table =
-            plan.invNorm ? tbl_rFFTinv_norm_small<T> : tbl_rFFTinv_small<T>;
-        table[plan.order](src, dst, plan.normFactor);
-        return ZubStatusOk;
-    }
-    return withBuffer(plan, buffer, [&](T* work) {
-        sumAndDifference(src, dst);
-        Precision::toComplex(src, dst, 1 << (plan.order - 1), plan.ccsRecTab);
-        Precision::samples(plan, dst, plan.order - 1, work);
-    });
+    return run<Precision, Direction::inverse>(
+        src, dst, handle, buffer, [=](const FftCtxOf<T>& plan, T* work) {
+            sumAndDifference(src, dst);
+            Precision::toComplex(src, dst, 1 << (plan.order - 1), plan.ccsRecTab);
+            Precision::samples(plan, dst, plan.order - 1, work);
+        });
 }
 
 } // namespace qorkes

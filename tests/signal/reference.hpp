@@ -21,17 +21,20 @@ inline std::vector<Complex> transform(std::vector<Complex> x, int sign) {
         for (; bit && (r & bit); bit >>= 1) r ^= bit;
         r |= bit;
     }
-    std::vector<Complex> root(n / 2);
-    for (size_t k = 0; k < n / 2; ++k)
-        root[k] = std::polar(Exact{1}, sign * twoPi * static_cast<Exact>(k) /
-                                           static_cast<Exact>(n));
+    static std::vector<Complex> root; // of the largest n so far, with sign 1
+    if (root.size() < n / 2) {
+        root.resize(n / 2);
+        for (size_t k = 0; k < n / 2; ++k)
+            root[k] = std::polar(Exact{1}, twoPi * Exact(k) / Exact(n));
+    }
     for (size_t half = 1; half < n; half *= 2)
         for (size_t block = 0; block < n; block += 2 * half)
             for (size_t k = 0; k < half; ++k) {
                 Complex &a = x[block + k], &b = x[block + k + half];
-                const Complex w = root[k * (n / half / 2)];
-                const Complex turned(b.real() * w.real() - b.imag() * w.imag(),
-                                     b.real() * w.imag() + b.imag() * w.real());
+                const Complex& w = root[k * (root.size() / half)];
+                const Exact sine = sign * w.imag();
+                const Complex turned(b.real() * w.real() - b.imag() * sine,
+                                     b.real() * sine + b.imag() * w.real());
                 b = a - turned;
                 a += turned;
             }
