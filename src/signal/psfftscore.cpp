@@ -109,19 +109,34 @@ void firstPass(const Source& source, float* y, int n, const float* w) {
             sixteen<direction, layout, false>(source, g, groups, y, w);
 }
 
-/// Joins quarters of m points each, from x to y.
-template <Direction direction, Layout layout>
-void pass(const float* x, float* y, int n, int m, const float* table) {
-    for (int group = 0; group < n; group += 4 * m) {
-        const float* w = table;
-        for (int j = 0; j < m; j += 4, w += groupSize) {
-            const int at = 2 * (group + j);
+/// Joins quarters of m points each, from x to y. The end of the table.
+template <Direction direction, Layout layout, int m>
+const float* pass(const float* x, float* y, int n, const float* table) {
+    const float* w = table;
+    for (const float* const end = x + 2 * n; x < end; x += 6 * m, y += 6 * m) {
+        w = table;
+        for (const float* const quarter = x + 2 * m; x < quarter;
+             x += 8, y += 8, w += groupSize) {
             Lanes v[4];
 #pragma GCC unroll 4
-            for (int k = 0; k < 4; ++k) v[k] = load<Layout::split>(x + at + 2 * k * m);
+            for (int k = 0; k < 4; ++k) v[k] = load<Layout::split>(x + 2 * k * m);
             butterfly<direction>(v, w);
 #pragma GCC unroll 4
-            for (int k = 0; k < 4; ++k) store<layout>(y + at + 2 * k * m, v[k]);
+            for (int k = 0; k < 4; ++k) store<layout>(y + 2 * k * m, v[k]);
+        }
+    }
+    return w;
+}
+
+/// The passes from quarter size m on; the last one goes to y, in the layout asked for.
+template <Direction direction, Layout layout, int m>
+void passes(float* work, float* y, int n, const float* w) {
+    if constexpr (m <= 256) {
+        if (n == 4 * m) {
+            pass<direction, layout, m>(work, y, n, w);
+        } else {
+            w = pass<direction, Layout::split, m>(work, work, n, w);
+            passes<direction, layout, 4 * m>(work, y, n, w);
         }
     }
 }
@@ -131,11 +146,10 @@ template <Direction direction, Layout layout, class Source>
 void transform(const Source& source, float* work, float* y, int n, const float* table) {
     if (n <= 16) return firstPass<direction, layout>(source, y, n, table);
     firstPass<direction, Layout::split>(source, work, n, table);
-    int m = n & 0x55555555 ? 16 : 8;
-    const float* w = table + (m == 16 ? groupSize : 0);
-    for (; 4 * m < n; w += m / 4 * groupSize, m *= 4)
-        pass<direction, Layout::split>(work, work, n, m, w);
-    pass<direction, layout>(work, y, n, m, w);
+    if (n & 0x55555555)
+        passes<direction, layout, 16>(work, y, n, table + groupSize);
+    else
+        passes<direction, layout, 8>(work, y, n, table);
 }
 
 bool isAligned(const float* x) { return (reinterpret_cast<uintptr_t>(x) & 15) == 0; }
