@@ -88,7 +88,7 @@ template <class... Args> std::string format(const char* pattern, Args... args) {
 
 std::string line(const std::string& ours, const std::string& arguments,
                  const std::string& peer, const std::string (&cells)[4]) {
-    return format("| %-18s | %-30s | %-17s | %-19s | %-12s | %-19s | %-12s |\n",
+    return format("| %-18s | %-30s | %-17s | %-22s | %-12s | %-22s | %-12s |\n",
                   ours.c_str(), arguments.c_str(), peer.c_str(), cells[0].c_str(),
                   cells[1].c_str(), cells[2].c_str(), cells[3].c_str());
 }
@@ -128,7 +128,7 @@ int main(int argc, char** argv) {
     CLI::App app(
         "Times Qorkes and its peers alternately: peer's time divided by ours.");
     std::string filter, document;
-    int rounds = 31;
+    int rounds = 101;
     auto* part =
         app.add_option("--filter", filter, "only rows whose name has this part");
     app.add_option("--rounds", rounds, "rounds for each row")

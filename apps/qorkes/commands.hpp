@@ -11,5 +11,6 @@ namespace qorkes {
 void addApply(CLI::App& app);
 void addDraw(CLI::App& app);
 void addList(CLI::App& app);
+void addStream(CLI::App& app);
 
 } // namespace qorkes

@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
     qorkes::addApply(app);
     qorkes::addDraw(app);
     qorkes::addList(app);
+    qorkes::addStream(app);
     app.footer("Examples:\n"
                "  qorkes list\n"
                "  echo 1 4 9 | qorkes apply Sqrt\n"

@@ -338,9 +338,91 @@ QORKES_API int __kesiBRngR250(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator WH -------------------------------------------------------------- */
 
-/* ---- Stream files -------------------------------------------------------------- */
+/* ---- Stream files -----------------------------------------------------------------
+ *
+ * A file holds one stream: 16 bytes of header ("RNG", version 0, sizes, identifier),
+ * the generator's state byte for byte, and the chunks, so that distributions go on
+ * where they were too. Little-endian, without padding.
+ */
 
-/* ---- Abstract streams ---------------------------------------------------------- */
+/* Writes the stream to a file, over one that is there. The name ends in a zero if
+ * length is below 0; else it is that many bytes. KesStatusNoMemory, KesStatusFileOpen,
+ * KesStatusFileWrite (part of the file stays; also for a block of size 0) or
+ * KesStatusFileClose. */
+QORKES_API int __kesSaveStreamF(const StreamState* stream, const char* name,
+                                int length);
+
+/* Makes a stream that continues as the saved one. KesStatusFileOpen, KesStatusFileRead
+ * (the file is too short), KesStatusBadFileFormat (no stream file, or of a generator
+ * that is not registered so), KesStatusBadFileVersion, KesStatusFileClose or
+ * KesStatusNoMemory; bytes behind the last chunk are not looked at. After a failure a
+ * stream that *stream holds is deleted, also one from before the call: pass a variable
+ * that is null. A loaded abstract stream has the pointers it was saved with. */
+QORKES_API int __kesLoadStreamF(StreamState** stream, const char* name);
+
+/* ---- Abstract streams -------------------------------------------------------------
+ *
+ * Streams of numbers that the caller produces: a hardware source, another generator, a
+ * file. The caller owns a circular buffer of n elements, which must outlive the stream,
+ * and a function that fills it when the stream runs out; whatever draws from streams
+ * then draws from these.
+ *
+ * An abstract stream gives only what its buffer holds: words for UniformBits and what
+ * is made of them, doubles, or floats. Other draws return KesStatusBadAbstractKind.
+ * Real numbers v of the buffer's range [low, high) are mapped to the range [a, b) of a
+ * draw: (v - low) (b - a) / (high - low) + a, doubles rounded once, floats at each
+ * operation.
+ *
+ * The function is called with what it may not change and must not draw from the stream:
+ * n, the size of the buffer; nmin, how many numbers would satisfy this draw, or n if
+ * that is less; nmax, how many there is room for; idx, the element to begin with. It
+ * writes up to nmax numbers from there on, from the end of the buffer going on at its
+ * start, and returns how many it wrote. Fewer than nmin lead to another call; more than
+ * the draw takes are kept for the next. A count below 0 or above nmax ends the draw
+ * with KesStatusBadUpdate, 0 with KesStatusNoNumbers: r has then received numbers, but
+ * the stream is as before the draw, and numbers that were unread will be delivered
+ * again.
+ */
+typedef int (*UpdateIntegers)(StreamState* stream, int* n, uint32_t* buffer, int* nmin,
+                              int* nmax, int* idx);
+typedef int (*UpdateDoubles)(StreamState* stream, int* n, double* buffer, int* nmin,
+                             int* nmax, int* idx);
+typedef int (*UpdateSingles)(StreamState* stream, int* n, float* buffer, int* nmin,
+                             int* nmax, int* idx);
+
+/* Make a stream with nothing unread: the first draw calls update. KesStatusBadArgument
+ * for n = 0, a null pointer, or low >= high (a NaN is not refused, nor is n below 0).
+ */
+QORKES_API int __kesiNewAbstractStream(StreamState** stream, int n, uint32_t* buffer,
+                                       UpdateIntegers update);
+QORKES_API int __kesdNewAbstractStream(StreamState** stream, int n, double* buffer,
+                                       double low, double high, UpdateDoubles update);
+QORKES_API int __kessNewAbstractStream(StreamState** stream, int n, float* buffer,
+                                       float low, float high, UpdateSingles update);
+
+/* Their rows. InitStream takes pointers at params: to n, the buffer, for real kinds to
+ * low and to high, and update. No leapfrog, no skip-ahead. */
+QORKES_API int __kesBRngiAbstractInitStream(int method, StreamState* stream, int n,
+                                            const uint32_t* params);
+QORKES_API int __kessBRngiAbstract(StreamState* stream, int n, float* r, float a,
+                                   float b);
+QORKES_API int __kesdBRngiAbstract(StreamState* stream, int n, double* r, double a,
+                                   double b);
+QORKES_API int __kesiBRngiAbstract(StreamState* stream, int n, uint32_t* r);
+QORKES_API int __kesBRngdAbstractInitStream(int method, StreamState* stream, int n,
+                                            const uint32_t* params);
+QORKES_API int __kessBRngdAbstract(StreamState* stream, int n, float* r, float a,
+                                   float b);
+QORKES_API int __kesdBRngdAbstract(StreamState* stream, int n, double* r, double a,
+                                   double b);
+QORKES_API int __kesiBRngdAbstract(StreamState* stream, int n, uint32_t* r);
+QORKES_API int __kesBRngsAbstractInitStream(int method, StreamState* stream, int n,
+                                            const uint32_t* params);
+QORKES_API int __kessBRngsAbstract(StreamState* stream, int n, float* r, float a,
+                                   float b);
+QORKES_API int __kesdBRngsAbstract(StreamState* stream, int n, double* r, double a,
+                                   double b);
+QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Distributions ----------------------------------------------------------------
  *

@@ -14,7 +14,8 @@
  * Arguments: n of 0 and below does nothing. Pointers are not tested. Arrays need no
  * alignment. The result array may be an argument array; arrays may not overlap in any
  * other way. The caller's x87 control word and MXCSR are back on return, and results
- * do not depend on them except where a function says so.
+ * do not depend on them except where a function says so. MXCSR's denormals-are-zero,
+ * which came after this processor level, is left as it is and does what it says.
  *
  * A special element gets its defined result and a report (below); the kernel then goes
  * on with the next one. Kernels are reentrant.
@@ -226,6 +227,121 @@ QORKES_API void _qordLog10_50(int n, const double* a, double* y);
 QORKES_API void _qorsLog10_HA(int n, const float* a, float* y);
 QORKES_API void _qorsLog10_21(int n, const float* a, float* y);
 QORKES_API void _qorsLog10_11(int n, const float* a, float* y);
+
+/* ---- Sin: y = sin(a), a in radians -------------------------------------------------
+ *
+ * The nearest multiple of pi is taken off, in parts whose products with its count are
+ * exact (Cody and Waite, "Software manual for the elementary functions", 1980), and what
+ * is left goes through an odd polynomial: in double one for each of 65 pieces at 64 bits
+ * on the x87 unit, in float one for all. Far arguments, infinities and NaNs go to the
+ * scalar code (below), and their whole group of four with them: doubles from 128000 up,
+ * floats above 500000, _21 above 1000000.
+ *
+ *   +-0           the argument
+ *   +-infinity    the default NaN   QOR_STATUS_ERRDOM, as "dSin_HA", "sSin_HA", "sSin_LA"
+ *   NaN           float: the NaN, quiet; double: the default NaN, QOR_STATUS_ERRDOM if
+ *                 its high word is 0x7FF00000 or 0xFFF00000
+ *
+ * The double kernels of Sin and Cos reinitialise the x87 unit before they hand a group
+ * over: its exception flags are lost.
+ */
+QORKES_API void _qordSin_HA(int n, const double* a, double* y);
+QORKES_API void _qordSin_50(int n, const double* a, double* y);
+QORKES_API void _qorsSin_HA(int n, const float* a, float* y);
+QORKES_API void _qorsSin_21(int n, const float* a, float* y);
+QORKES_API void _qorsSin_11(int n, const float* a, float* y);
+
+/* ---- Cos: y = cos(a), a in radians -------------------------------------------------
+ *
+ * As Sin, with the nearest odd multiple of pi/2; _21 hands over above 10048. NaNs and
+ * infinities as there, reported as "dCos_HA", "sCos_HA", "sCos_LA".
+ */
+QORKES_API void _qordCos_HA(int n, const double* a, double* y);
+QORKES_API void _qordCos_50(int n, const double* a, double* y);
+QORKES_API void _qorsCos_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCos_21(int n, const float* a, float* y);
+QORKES_API void _qorsCos_11(int n, const float* a, float* y);
+
+/* ---- SinCos: y = sin(a), z = cos(a), a in radians ----------------------------------
+ *
+ * As Sin, with the nearest multiple of pi/2 and a polynomial for each of the two; floats
+ * are handed over above 1000000. An infinity gives the default NaN in both, reported as
+ * "dSinCos_HA", "sSinCos_HA", "sSinCos_LA". y may be a, or z may, but not both.
+ */
+QORKES_API void _qordSinCos_HA(int n, const double* a, double* y, double* z);
+QORKES_API void _qordSinCos_50(int n, const double* a, double* y, double* z);
+QORKES_API void _qorsSinCos_HA(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_21(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_11(int n, const float* a, float* y, float* z);
+
+/* ---- Tan: y = tan(a), a in radians -------------------------------------------------
+ *
+ * As Sin, with the nearest multiple of pi/2 and a quotient of two polynomials; groups of
+ * four share one division. Floats are handed over above 128000, _21 above 500000. Near a
+ * pole there is no report. Infinities are reported as "dTan_HA" (_50: "dTan_LA"),
+ * "sTan_HA", "sTan_LA".
+ */
+QORKES_API void _qordTan_HA(int n, const double* a, double* y);
+QORKES_API void _qordTan_50(int n, const double* a, double* y);
+QORKES_API void _qorsTan_HA(int n, const float* a, float* y);
+QORKES_API void _qorsTan_21(int n, const float* a, float* y);
+QORKES_API void _qorsTan_11(int n, const float* a, float* y);
+
+/* ---- Sine, cosine and tangent of one argument --------------------------------------
+ *
+ * _dSin, _dCos and _dTan are good to little more than half an ulp for every double, in
+ * plain double arithmetic: a table row for the nearest multiple of pi/32 and polynomials
+ * (Tang, "Table-lookup algorithms for elementary functions and their error analysis",
+ * 1991, for the class of methods). Magnitudes below 2^-252 give x and 1.0. An infinity
+ * gives a NaN and raises invalid; a NaN gives a NaN; nothing is reported. _dSinCos
+ * stores the values of _dSin and _dCos.
+ *
+ * _qorreduce_pio2d takes off the nearest multiple of pi/2, for every finite x: out[0] +
+ * out[1] is what is left, the second what the first lacks, and the result its count
+ * modulo 4. From 2^30 on it multiplies by the digits of 4/pi that matter (Payne and
+ * Hanek, "Radian reduction for trigonometric functions", 1983). Not checked: infinities
+ * and NaNs.
+ */
+QORKES_API double _dSin(double x);
+QORKES_API double _dCos(double x);
+QORKES_API void _dSinCos(double x, double* s, double* c);
+QORKES_API double _dTan(double x);
+QORKES_API int _qorreduce_pio2d(double x, double out[2]);
+
+/* Scalar code: element i alone, by the functions above, whatever its size, and with the
+ * reports of the kernels. HA, LA and A11 differ in the name that a report gets: "dSin_HA",
+ * "dSin_LA", "dSin_A11" and so on. The status pointer is not used. */
+QORKES_API void _qordSin_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsSin_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordCos_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsCos_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordSinCos_SC_HA(int i, const double* a, double* y, double* z,
+                                  int* status);
+QORKES_API void _qordSinCos_SC_LA(int i, const double* a, double* y, double* z,
+                                  int* status);
+QORKES_API void _qordSinCos_SC_A11(int i, const double* a, double* y, double* z,
+                                   int* status);
+QORKES_API void _qorsSinCos_SC_HA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_LA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_A11(int i, const float* a, float* y, float* z,
+                                   int* status);
+
+QORKES_API void _qordTan_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsTan_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_A11(int i, const float* a, float* y, int* status);
 
 /* ---- Pack and Unpack ---------------------------------------------------------------
  *

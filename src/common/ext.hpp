@@ -39,6 +39,19 @@ QORKES_INLINE ext loaded(const float& x) {
     return result;
 }
 
+/// The same at this place of the code, neither moved nor merged with an equal load: a
+/// kernel that fills the register stack has no place for constants.
+QORKES_INLINE ext loadedHere(const double& x) {
+    ext result;
+    asm volatile("fldl %1" : "=t"(result) : "m"(x));
+    return result;
+}
+QORKES_INLINE ext loadedHere(const float& x) {
+    ext result;
+    asm volatile("flds %1" : "=t"(result) : "m"(x));
+    return result;
+}
+
 /// The low 32 bits of a double in memory as a signed integer, loaded from there (fild).
 QORKES_INLINE ext lowWordAsInteger(const double& x) {
     ext result;

@@ -5,10 +5,8 @@
 
 #include <common/bits.hpp>
 #include <common/ext.hpp>
-
+#include <kes_sub_kernel/lanes.hpp>
 #include <qorkes/kes.h>
-
-#include <xmmintrin.h>
 
 namespace qorkes {
 
@@ -22,16 +20,12 @@ template <class Real> QORKES_INLINE ext rangeScale(Real a, Real b, double step) 
 }
 
 QORKES_INLINE void storeRounded(double& r, ext x) { r = round64(x); }
-QORKES_INLINE void storeRounded(float& r, ext x) { r = round32(x); }
 
-/// A word in an array of real numbers.
-using WordInPlace [[gnu::may_alias]] = uint32_t;
-
-/// A 32-bit word in lane 0 of an SSE register, zero above it.
-QORKES_INLINE __m128 inLaneZero(const WordInPlace& word) {
-    __m128 lanes;
-    asm("movss %1, %0" : "=x"(lanes) : "m"(word));
-    return lanes;
+/// The empty statement keeps neighbouring stores from being gathered in an SSE
+/// register, by way of memory.
+QORKES_INLINE void storeRounded(float& r, ext x) {
+    r = round32(x);
+    asm("" : "+m"(r));
 }
 
 /// The low 64 bits of an SSE register, below 2^63, as a number. They reach memory by
@@ -51,19 +45,40 @@ QORKES_INLINE ext wordsAsNumber(const uint32_t& low, const uint32_t& high) {
     return lowHalfAsNumber(_mm_unpacklo_ps(inLaneZero(low), inLaneZero(high)));
 }
 
+/// r[i] becomes real(words[i] as a number). Words may stand in r itself, where element
+/// i does not reach beyond word i.
+template <class Real, class Map>
+QORKES_INLINE void mapWords(const WordInPlace* words, int n, Real* r, Map&& real) {
+    int i = 0;
+    for (; i < n - 3; i += 4) {
+        alignas(16) int64_t numbers[4];
+        const __m128 four = loadFour(words + i), zero = _mm_setzero_ps();
+        _mm_store_ps(reinterpret_cast<float*>(numbers), _mm_unpacklo_ps(four, zero));
+        _mm_store_ps(reinterpret_cast<float*>(numbers + 2),
+                     _mm_unpackhi_ps(four, zero));
+        storeRounded(r[i], real(static_cast<ext>(numbers[0])));
+        storeRounded(r[i + 1], real(static_cast<ext>(numbers[1])));
+        storeRounded(r[i + 2], real(static_cast<ext>(numbers[2])));
+        storeRounded(r[i + 3], real(static_cast<ext>(numbers[3])));
+    }
+    for (; i < n; ++i) storeRounded(r[i], real(wordAsNumber(words[i])));
+}
+
 /// r[i] becomes words[i] * scale + a. A shift by +0 is left out where it cannot even
 /// change the sign of a zero.
 template <class Real>
 QORKES_INLINE void scaleWords(const WordInPlace* words, int n, Real* r, ext scale,
                               Real a) {
-    if (bitsOf(a) == 0 && scale > 0) {
-        for (int i = 0; i < n; ++i) storeRounded(r[i], wordAsNumber(words[i]) * scale);
-        return;
-    }
     const ext shift = a;
-    for (int i = 0; i < n; ++i)
-        storeRounded(r[i], wordAsNumber(words[i]) * scale + shift);
+    if (bitsOf(a) == 0 && scale > 0)
+        mapWords(words, n, r, [=](ext number) { return number * scale; });
+    else
+        mapWords(words, n, r, [=](ext number) { return number * scale + shift; });
 }
+
+/// Numbers between the passes over them: few enough for the nearest cache, and more
+/// than the words of any state, so that a state is left as by one call for all.
+constexpr int sizeOfPass = 2048;
 
 /// The real slots of a generator with words of 32 bits: n words by the integer slot
 /// into the array's upper end, then real numbers from its start on. Those never
@@ -71,11 +86,16 @@ QORKES_INLINE void scaleWords(const WordInPlace* words, int n, Real* r, ext scal
 /// it.
 template <BrngIntegers deliver, class Real>
 QORKES_INLINE int drawScaled(StreamState* stream, int n, Real* r, ext scale, Real a) {
-    if (n < 1) return KesStatusOk;
     constexpr int wordsEach = sizeof(Real) / sizeof(uint32_t);
-    WordInPlace* words = reinterpret_cast<WordInPlace*>(r) + (wordsEach - 1) * n;
-    deliver(stream, n, words);
-    scaleWords(words, n, r, scale, a);
+    while (n > 0) {
+        const int count = n < 2 * sizeOfPass ? n : sizeOfPass;
+        WordInPlace* words =
+            reinterpret_cast<WordInPlace*>(r) + (wordsEach - 1) * count;
+        deliver(stream, count, words);
+        scaleWords(words, count, r, scale, a);
+        r += count;
+        n -= count;
+    }
     return KesStatusOk;
 }
 

@@ -4,13 +4,15 @@
 // by an array as they published it in 2002.
 //
 // The state keeps raw words; what is delivered is tempered. A request for more than the
-// state holds continues the recurrence inside the caller's array and tempers there.
-// Loops take two words in an MMX register and two in integer registers, which the
-// processor works on side by side. Real numbers never meet them: MMX registers are the
-// x87 stack under another name, so what uses them is a function of its own.
+// state holds continues the recurrence inside the caller's array and tempers there, in
+// passes over a stateful of words each: one that shifts every word by a bit in MMX
+// registers; the recurrence, four words at a time in SSE registers, which have no
+// shifts; and tempering, two words in an MMX register beside two in integer registers.
+// Real numbers never meet them: MMX registers are the x87 stack under another name, so
+// what uses them is a function of its own.
 #pragma once
 
-#include <common/abi.hpp>
+#include <kes_sub_kernel/lanes.hpp>
 #include <qorkes/kes.h>
 
 #include <mmintrin.h>
@@ -98,19 +100,6 @@ template <class Shape> struct Twist {
         return middle ^ y >> 1 ^ (matrix & (0 - (next & 1)));
     }
 };
-template <class Shape> struct TwistPair {
-    __m64 matrix, upperMask = pairOf(Shape::upperMask), one = pairOf(1);
-    QORKES_INLINE explicit TwistPair(uint32_t m) : matrix(pairOf(m)) {}
-
-    QORKES_INLINE __m64 operator()(__m64 word, __m64 next, __m64 middle) const {
-        const __m64 differing = _mm_and_si64(_mm_xor_si64(word, next), upperMask);
-        const __m64 y = _mm_xor_si64(differing, next);
-        const __m64 isOdd = _mm_cmpeq_pi32(_mm_and_si64(next, one), one);
-        const __m64 shifted = _mm_xor_si64(_mm_srli_pi32(y, 1), middle);
-        return _mm_xor_si64(shifted, _mm_and_si64(isOdd, matrix));
-    }
-};
-
 template <class Shape> struct Temper {
     uint32_t b, c;
 
@@ -133,31 +122,36 @@ template <class Shape> struct TemperPair {
     }
 };
 
-/// to[i] becomes the word that follows from[i] by Shape::size, for i from 0 to n - 1,
-/// n a multiple of 4. `to` may be `from`, which is read up to from[n].
-template <class Shape>
-QORKES_NOINLINE static void renewFours(uint32_t* to, const uint32_t* from,
-                                       const uint32_t* middle, int n, uint32_t matrix) {
-    const Twist<Shape> twist{matrix};
-    const TwistPair<Shape> twistPair(matrix);
-    for (int i = 0; i < n; i += 4) {
-        const __m64 pair =
-            twistPair(loadPair(from + i), loadPair(from + i + 1), loadPair(middle + i));
-        const uint32_t third = twist(from[i + 2], from[i + 3], middle[i + 2]);
-        const uint32_t fourth = twist(from[i + 3], from[i + 4], middle[i + 3]);
-        storePair(to + i, pair);
-        to[i + 2] = third;
-        to[i + 3] = fourth;
-    }
+/// halves[i] becomes words[i] >> 1.
+QORKES_NOINLINE inline void halve(uint32_t* halves, const uint32_t* words, int n) {
+    int i = 0;
+    for (; i < n - 1; i += 2)
+        storePair(halves + i, _mm_srli_pi32(loadPair(words + i), 1));
+    if (i < n) halves[i] = words[i] >> 1;
     _mm_empty();
 }
 
-/// The same for any n.
+/// to[i] becomes the word that follows from[i] by Shape::size, for i from 0 to n - 1, n
+/// below Shape::size. `to` may be `from`, which is read up to from[n].
 template <class Shape>
 QORKES_INLINE void renew(uint32_t* to, const uint32_t* from, const uint32_t* middle,
                          int n, uint32_t matrix) {
-    int i = n & ~3;
-    if (i > 0) renewFours<Shape>(to, from, middle, i, matrix);
+    alignas(16) uint32_t halves[Shape::size];
+    const __m128 upperHalf = fourOf(Shape::upperMask >> 1), matrices = fourOf(matrix);
+    const __m128 lowest = fourOf(1), one = _mm_set1_ps(1);
+    if (n > 3) halve(halves, from, n + 1);
+    int i = 0;
+    for (; i < n - 3; i += 4) {
+        const __m128 word = loadFour(halves + i), next = loadFour(halves + i + 1);
+        const __m128 y =
+            _mm_xor_ps(_mm_and_ps(_mm_xor_ps(word, next), upperHalf), next);
+        // The lowest bit as that of a number from 1 on: all ones if it is set.
+        const __m128 number =
+            _mm_or_ps(_mm_and_ps(loadFour(from + i + 1), lowest), one);
+        const __m128 isOdd = _mm_cmpneq_ps(number, one);
+        const __m128 shifted = _mm_xor_ps(y, loadFour(middle + i));
+        storeFour(to + i, _mm_xor_ps(shifted, _mm_and_ps(isOdd, matrices)));
+    }
     for (; i < n; ++i) to[i] = Twist<Shape>{matrix}(from[i], from[i + 1], middle[i]);
 }
 
@@ -185,34 +179,17 @@ QORKES_INLINE void temperAll(uint32_t* to, const uint32_t* from, int n,
 }
 
 /// With raw words in the first Shape::size elements of r: the n raw words behind them,
-/// n even, and the first n elements tempered as soon as the recurrence has done with
-/// them.
-template <class Shape>
-QORKES_NOINLINE static void continueByTwos(uint32_t* r, int n,
-                                           const TwisterMasks& masks) {
-    const TwistPair<Shape> twistPair(masks.matrix);
-    const Temper<Shape> temper{masks.b, masks.c};
-    for (int i = 0; i < n; i += 2) {
-        const __m64 pair = twistPair(loadPair(r + i), loadPair(r + i + 1),
-                                     loadPair(r + i + Shape::middle));
-        const uint32_t first = r[i], second = r[i + 1];
-        storePair(r + i + Shape::size, pair);
-        r[i] = temper(first);
-        r[i + 1] = temper(second);
-    }
-    _mm_empty();
-}
-
-/// The same for any n above 0.
+/// and the first n elements tempered as soon as the recurrence has done with them.
 template <class Shape>
 QORKES_INLINE void continueInPlace(uint32_t* r, int n, const TwisterMasks& masks) {
-    const int even = n & ~1;
-    if (even > 0) continueByTwos<Shape>(r, even, masks);
-    if (even == n) return;
-    uint32_t* const last = r + even;
-    last[Shape::size] =
-        Twist<Shape>{masks.matrix}(last[0], last[1], last[Shape::middle]);
-    *last = Temper<Shape>{masks.b, masks.c}(*last);
+    constexpr int longest = (Shape::size - 1) & ~3;
+    while (n > 0) {
+        const int count = std::min(n, longest);
+        renew<Shape>(r + Shape::size, r, r + Shape::middle, count, masks.matrix);
+        temperAll<Shape>(r, r, count, masks);
+        r += count;
+        n -= count;
+    }
 }
 
 /// Renews the first n words of the state.

@@ -5,7 +5,7 @@
 using namespace qorkes;
 
 TEST(Program, ExplainsEveryCommandWithExamples) {
-    for (const char* command : {"apply", "draw", "list"}) {
+    for (const char* command : {"apply", "draw", "list", "stream"}) {
         const Outcome outcome = run({command, "--help"});
         EXPECT_EQ(outcome.status, 0);
         EXPECT_NE(outcome.out.find("Example"), std::string::npos) << command;
@@ -21,7 +21,7 @@ TEST(Program, RefusesWrongCommandLinesInOneLine) {
     const struct {
         std::vector<std::string> arguments, words;
     } cases[] = {
-        {{}, {"COMMAND", "apply, draw, list"}},
+        {{}, {"COMMAND", "apply, draw, list, stream"}},
         {{"aply"}, {"aply", "qorkes --help"}},
         {{"apply"}, {"FUNCTION", "qorkes apply --help"}},
         {{"apply", "Sqrt", "--colum", "1"}, {"--colum", "qorkes apply --help"}},

@@ -367,8 +367,8 @@ TYPED_TEST(Catalogue, ForwardingEntriesGiveTheBitsOfTheKernelTheyName) {
     forEachKernel<T>([](const Subject<T>& kernel) {
         const Kernel<T>* worker = nullptr;
         for (const Kernel<T>& k : kernelsOf<T>(kernel.function))
-            if (std::strcmp(k.symbol, kernel.kernel.reportsAs) == 0) worker = &k;
-        ASSERT_NE(worker, nullptr) << kernel.kernel.reportsAs;
+            if (std::strcmp(k.symbol, kernel.kernel.worker) == 0) worker = &k;
+        ASSERT_NE(worker, nullptr) << kernel.kernel.worker;
         const Subject<T> other{kernel.function, *worker, kernel.samples};
         for (const Arguments<T>& arguments : {kernel.ordinary(17), kernel.mixed()})
             EXPECT_TRUE(areSame(other.run(arguments), kernel.run(arguments)));

@@ -21,7 +21,7 @@ namespace {
 
 struct Options {
     std::string function, precision, accuracy, document;
-    long samples = 10000000;
+    std::int64_t samples = 10000000;
     bool all = false;
 };
 

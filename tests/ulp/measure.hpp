@@ -52,14 +52,23 @@ template <class T> double screenedUlpsOfSpecial(T result, long double value) {
     return static_cast<T>(value) == result ? 0 : HUGE_VAL;
 }
 
-/// The error of `result` in ulps of T, as long double arithmetic sees it.
+/// True for powers of two, which may stand for a value just below, where an ulp is half
+/// as large.
+inline bool isPowerOfTwo(long double value) {
+    std::uint64_t mantissa;
+    std::memcpy(&mantissa, &value, sizeof mantissa);
+    return mantissa << 1 == 0;
+}
+
+/// The error of `result` in ulps of T, as long double arithmetic sees it: too large
+/// rather than too small.
 template <class T> double screenedUlps(T result, long double value) {
     using Limits = std::numeric_limits<T>;
     const long double difference = std::fabs(result - value);
     if (!(difference <= std::numeric_limits<long double>::max()))
         return screenedUlpsOfSpecial(result, value);
-    const int exponent =
-        std::clamp(exponentOf(value), Limits::min_exponent, Limits::max_exponent);
+    const int exponent = std::clamp(exponentOf(value) - isPowerOfTwo(value),
+                                    Limits::min_exponent, Limits::max_exponent);
     return static_cast<double>(difference * powerOfTwo(Limits::digits - exponent));
 }
 
@@ -89,8 +98,8 @@ public:
 
     const std::vector<Extreme<T>>& extremes() const { return extremes_; }
 
-    void sample(long count) {
-        const long each = count / static_cast<long>(regions_.size());
+    void sample(std::int64_t count) {
+        const std::int64_t each = count / static_cast<std::int64_t>(regions_.size());
         for (std::size_t i = 0; i < regions_.size(); ++i)
             sampleRegion(regions_[i], each, static_cast<unsigned>(i));
     }
@@ -111,18 +120,18 @@ public:
 private:
     static constexpr int block = 1024;
 
-    void sampleRegion(const Region& region, long count, unsigned seed) {
+    void sampleRegion(const Region& region, std::int64_t count, unsigned seed) {
         const bool byResult = region.kind == Region::Kind::results;
         Sampler<T> first(region.a, count, row_.period, 2 * seed);
         Sampler<T> second(region.b, count, 0, 2 * seed + 1);
         const bool isScalar = function_.form == catalogue::Form::arrayAndScalar;
-        for (long done = 0; done < count; done += block) {
+        for (std::int64_t done = 0; done < count; done += block) {
             for (int i = 0; i < block; ++i) {
                 b_[i] = isScalar && i > 0 ? b_[0] : second((done + i) * 7919 % count);
                 const T a = first(done + i);
                 a_[i] = byResult ? static_cast<T>(row_.firstFor(a, b_[i])) : a;
             }
-            judge(static_cast<int>(std::min<long>(block, count - done)));
+            judge(static_cast<int>(std::min<std::int64_t>(block, count - done)));
         }
     }
 
@@ -169,8 +178,7 @@ private:
 
     void checkScreen(double screened, T result, T a, T b) {
         if (!std::isfinite(screened) || !std::isfinite(result)) return;
-        const double off = std::fabs(screened - oracle_.ulps(result, a, b));
-        if (off > slack<T>)
+        if (oracle_.ulps(result, a, b) > screened + slack<T>)
             throw std::runtime_error(std::string("the long double value of ") +
                                      function_.name + " is off by more than allowed");
     }
@@ -183,7 +191,7 @@ private:
     test::Oracle oracle_;
     std::vector<Extreme<T>> extremes_;
     T a_[block]{}, b_[block]{};
-    long judged_ = 0;
+    std::int64_t judged_ = 0;
     double threshold_ = slack<T>; // no error up to this is a new largest one anywhere
 };
 

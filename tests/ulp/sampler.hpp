@@ -38,13 +38,13 @@ template <class T> bool contains(const Range& range, T x) {
 /// evenly over its values, next to its ends, and next to multiples of a period.
 template <class T> class Sampler {
 public:
-    Sampler(const Range& range, long count, long double period, unsigned seed)
+    Sampler(const Range& range, std::int64_t count, long double period, unsigned seed)
         : range_(range), first_(Bits<T>::of(static_cast<T>(range.smallest))),
           span_(Bits<T>::of(static_cast<T>(range.largest)) - first_), count_(count),
           period_(period), random_(seed) {}
 
     /// The i-th of `count`.
-    T operator()(long i) {
+    T operator()(std::int64_t i) {
         const T magnitude = magnitudeAt(i);
         const bool isNegative = range_.sign == Sign::negative ||
                                 (range_.sign == Sign::both && (random_() & 1));
@@ -54,8 +54,8 @@ public:
 private:
     using Word = typename Bits<T>::Word;
 
-    T magnitudeAt(long i) {
-        constexpr long nearEnds = 1024;
+    T magnitudeAt(std::int64_t i) {
+        constexpr int nearEnds = 1024;
         if (i < nearEnds) return atOffset(static_cast<Word>(i));
         if (i < 2 * nearEnds) return atOffset(span_ - static_cast<Word>(i - nearEnds));
         switch (i % 4) {
@@ -92,7 +92,7 @@ private:
 
     Range range_;
     Word first_, span_;
-    long count_;
+    std::int64_t count_;
     long double period_;
     std::mt19937_64 random_;
 };

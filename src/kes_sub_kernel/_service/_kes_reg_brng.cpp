@@ -35,11 +35,11 @@ constexpr BrngRecord rowMT19937 = ROW(MT19937, 2516, 625, 1, 4, 32);
 // 0x900000 and the 1023 after it
 constexpr BrngRecord rowMT2203 = {};
 // 0xa00000
-constexpr BrngRecord rowiAbstract = {};
+constexpr BrngRecord rowiAbstract = ROW(iAbstract, 36, 0, 1, 4, 32);
 // 0xb00000
-constexpr BrngRecord rowdAbstract = {};
+constexpr BrngRecord rowdAbstract = ROW(dAbstract, 52, 0, 1, 4, 32);
 // 0xc00000
-constexpr BrngRecord rowsAbstract = {};
+constexpr BrngRecord rowsAbstract = ROW(sAbstract, 44, 0, 1, 4, 32);
 // clang-format on
 
 constexpr bool isThere(const BrngRecord& row) { return row.InitStream != nullptr; }

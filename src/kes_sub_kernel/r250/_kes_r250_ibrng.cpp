@@ -1,22 +1,14 @@
 // __kesiBRngR250: the words themselves. Up to the end of the register neither index
 // turns back, and what is written is read again 103 words later at the soonest: four
 // words go at a time.
+#include <kes_sub_kernel/lanes.hpp>
 #include <kes_sub_kernel/r250/r250.hpp>
-
-#include <xmmintrin.h>
 
 #include <algorithm>
 
 using namespace qorkes;
 
 namespace {
-
-QORKES_INLINE __m128 loadFour(const uint32_t* words) {
-    return _mm_loadu_ps(reinterpret_cast<const float*>(words));
-}
-QORKES_INLINE void storeFour(uint32_t* words, __m128 four) {
-    _mm_storeu_ps(reinterpret_cast<float*>(words), four);
-}
 
 /// n words from stretches of the register that do not wrap.
 QORKES_INLINE void combine(uint32_t* replaced, const uint32_t* other, int n,

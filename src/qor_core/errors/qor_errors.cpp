@@ -13,6 +13,9 @@ using namespace qorkes;
 
 namespace {
 
+// Callbacks built long ago know the record by its layout.
+static_assert(sizeof(void*) != 4 || sizeof(QorErrorRecord) == 108);
+
 constexpr unsigned errorField = 0xFF00;
 constexpr unsigned callbackBits = 0xF000;
 constexpr unsigned standardHandlerBits = 0x0F00;

@@ -1,4 +1,5 @@
-// _qordExp_HA: y = e^a in double precision, largest error 0.51 ulp, 0.76 if denormal.
+// _qordExp_HA: y = e^a in double precision, largest error 0.80 ulp, 0.51 for |a| up to
+// 16 and 0.65 if denormal: a log2(e) has 64 bits, and its error grows with a.
 //
 // a log2(e) = k + j3/32 + j2/1024 + j1/16384 + r with |r| <= 2^-15, by adding a
 // shifter; 2^r = c p(r), p a monic cubic whose factor c is part of the rows for j1. All

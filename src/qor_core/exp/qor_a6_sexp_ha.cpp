@@ -1,4 +1,4 @@
-// _qorsExp_HA: y = e^a in single precision, largest error 0.51 ulp.
+// _qorsExp_HA: y = e^a in single precision, largest error 0.62 ulp.
 //
 // a log2(e) = k + j/64 + r with |r| <= 1/128, by adding a shifter and rounding the sum
 // to single precision; 2^r = c q(r), q a monic quadratic whose factor c is part of the

@@ -1,4 +1,4 @@
-// _qorsInvSqrt_HA: y = 1 / sqrt(a) in single precision, largest error 1.37 ulp.
+// _qorsInvSqrt_HA: y = 1 / sqrt(a) in single precision, largest error 1.46 ulp.
 //
 // With r the short estimate of 1/sqrt(x) and e = x r^2 - 1: y = r + r e (-1/2 + 3/8 e -
 // 5/16 e^2). A group with any other argument than positive normal numbers comes from

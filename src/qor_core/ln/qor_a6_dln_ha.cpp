@@ -1,4 +1,4 @@
-// _qordLn_HA: y = ln(a) in double precision, largest error 0.65 ulp, 0.75 near 1.
+// _qordLn_HA: y = ln(a) in double precision, largest error 0.68 ulp.
 //
 //   +-0                   -infinity, status 2
 //   positive denormal     ln(a), by the unit

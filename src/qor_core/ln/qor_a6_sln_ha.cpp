@@ -1,4 +1,4 @@
-// _qorsLn_HA: y = ln(a) in single precision, largest error 0.85 ulp.
+// _qorsLn_HA: y = ln(a) in single precision, largest error 0.75 ulp.
 //
 //   +-0                   -infinity, status 2
 //   positive denormal     ln(a), by the unit

@@ -1,4 +1,4 @@
-// _qordLog10_HA: y = log10(a) in double precision, largest error 0.75 ulp, 1.0 near 1.
+// _qordLog10_HA: y = log10(a) in double precision, largest error 0.94 ulp.
 //
 //   +-0                   -infinity, status 2
 //   positive denormal     log10(a), by the unit

@@ -1,4 +1,4 @@
-// _qorsLog10_HA: y = log10(a) in single precision, largest error 0.85 ulp.
+// _qorsLog10_HA: y = log10(a) in single precision, largest error 0.75 ulp.
 //
 //   +-0                   -infinity, status 2
 //   positive denormal     log10(a), by the unit
