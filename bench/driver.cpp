@@ -1,4 +1,5 @@
-// qorkes-bench: times every row of the tables in kernels.cpp and streams.cpp.
+// qorkes-bench: times every row of the tables in kernels.cpp, streams.cpp and
+// signal.cpp.
 //
 // One round times our entry, the x87 peer and the SSE2 peer, each for about a
 // millisecond, and gives a ratio for each peer. Reported are the median over the rounds
@@ -101,17 +102,37 @@ std::string heading() {
            rule;
 }
 
+std::string withRange(const Ratios& ratios) {
+    return format("%.2f (%.2f to %.2f)", ratios.median(), ratios.at(0.1),
+                  ratios.at(0.9));
+}
+
 std::string measured(const Row& row, int rounds) {
     std::string cells[4];
     std::string* cell = cells;
     for (const int n : sizes) {
         const Result result = measure(row.prepare(n), rounds);
-        const Ratios& ratios = result.ratios();
-        *cell++ = format("%.2f (%.2f to %.2f)", ratios.median(), ratios.at(0.1),
-                         ratios.at(0.9));
+        *cell++ = withRange(result.ratios());
         *cell++ = format("%.2f, %.2f", result.x87.median(), result.sse2.median());
     }
     return line(row.ours, row.arguments, row.peer, cells);
+}
+
+std::string sizedLine(const SizedRow& row, const std::string& scalar,
+                      const std::string& simd) {
+    return format("| %-18s | %-17s | %-6s | %-19s | %-19s |\n", row.ours.c_str(),
+                  row.size.c_str(), row.peer.c_str(), scalar.c_str(), simd.c_str());
+}
+
+std::string sizedHeading() {
+    std::string rule = sizedLine({}, "", "");
+    std::ranges::replace(rule, ' ', '-');
+    return "\n" + sizedLine({"ours", "size", "peer", {}}, "scalar", "SIMD") + rule;
+}
+
+std::string measured(const SizedRow& row, int rounds) {
+    const Result result = measure(row.prepare(), rounds);
+    return sizedLine(row, withRange(result.x87), withRange(result.sse2));
 }
 
 std::string machine() {
@@ -141,13 +162,18 @@ int main(int argc, char** argv) {
     std::vector<Row> rows = kernelRows();
     std::ranges::move(streamRows(), std::back_inserter(rows));
 
-    std::string table = machine() + heading();
-    std::cout << table << std::flush;
-    for (const Row& row : rows) {
-        if (row.ours.find(filter) == std::string::npos) continue;
-        const std::string text = measured(row, rounds);
+    std::string table;
+    const auto add = [&](const std::string& text) {
         std::cout << text << std::flush;
         table += text;
-    }
+    };
+    const auto addRows = [&](const auto& all) {
+        for (const auto& row : all)
+            if (row.ours.find(filter) != std::string::npos) add(measured(row, rounds));
+    };
+    add(machine() + heading());
+    addRows(rows);
+    add(sizedHeading());
+    addRows(signalRows());
     if (!document.empty()) replaceSection(document, "ratios", table);
 }
