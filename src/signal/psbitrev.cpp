@@ -7,7 +7,7 @@
 #include <common/abi.hpp>
 #include <qorkes/zubs.h>
 
-#include <utility>
+#include <algorithm>
 #include <xmmintrin.h>
 
 using namespace qorkes;
@@ -60,42 +60,104 @@ template <> struct Four<float> {
     }
 };
 
-template <class T> void reverseInPlace(T* x, int n, const int32_t* table) {
-    if (n < 4) return;
-    const size_t half = static_cast<size_t>(n);
-    const auto alone = [=](int32_t i) {
-        Four<T>::load(x + i, half).storeExchanged(x + i, half);
-    };
-    alone(0);
-    for (; *table; table += 2) {
-        const Four<T> a = Four<T>::load(x + table[0], half);
-        const Four<T> b = Four<T>::load(x + table[1], half);
-        a.storeExchanged(x + table[1], half);
-        b.storeExchanged(x + table[0], half);
+/// The step of short arrays: two lines of two numbers.
+template <class T> struct Fours {
+    static constexpr int bits = 1;
+    size_t half;
+    explicit Fours(int n) : half(static_cast<size_t>(n)) {}
+
+    QORKES_INLINE void go(const T* from, T* to) const {
+        Four<T>::load(from, half).storeExchanged(to, half);
     }
-    while (*++table) alone(*table);
+    QORKES_INLINE void exchange(T* x, T* y) const {
+        const Four<T> a = Four<T>::load(x, half), b = Four<T>::load(y, half);
+        a.storeExchanged(y, half);
+        b.storeExchanged(x, half);
+    }
+};
+
+QORKES_INLINE void moveNumber(const float* from, float* to) {
+    const __m64* const pair = reinterpret_cast<const __m64*>(from);
+    _mm_storel_pi(reinterpret_cast<__m64*>(to), _mm_loadl_pi(_mm_setzero_ps(), pair));
 }
 
+/// The step of long float arrays: eight numbers, a line of the cache, from each of
+/// eight lines. An entry of the table whose outer bits are zero stands for all of them;
+/// in the order of the table alone each line would be fetched four times. (Gatlin and
+/// Carter, "Memory hierarchy considerations for fast transpose and bit-reversals",
+/// 1999.)
+struct Tiles {
+    static constexpr int bits = 3;
+    static constexpr int side = 8;
+    size_t line;
+    explicit Tiles(int n) : line(static_cast<size_t>(n) * 2 / side) {}
+
+    static void move(const float* from, size_t fromLine, float* to, size_t toLine) {
+        constexpr size_t reversed[side] = {0, 4, 2, 6, 1, 5, 3, 7};
+        for (size_t l = 0; l < side; ++l)
+#pragma GCC unroll 8
+            for (size_t h = 0; h < side; ++h)
+                moveNumber(from + h * fromLine + 2 * l,
+                           to + reversed[l] * toLine + 2 * reversed[h]);
+    }
+    void go(const float* from, float* to) const { move(from, line, to, line); }
+    void exchange(float* x, float* y) const {
+        float kept[2 * side * side];
+        for (size_t h = 0; h < side; ++h)
+            for (size_t l = 0; l < 2 * side; l += 4)
+                _mm_storeu_ps(kept + h * 2 * side + l, _mm_loadu_ps(x + h * line + l));
+        if (x != y) go(y, x);
+        move(kept, 2 * side, y, line);
+    }
+};
+
+/// pair(i, r) for the table's pairs and pair(i, i) for what stays, but only for entries
+/// that stand for a step of 2^bits lines. What stays is at the end of the table.
+template <int bits, class Pair>
+QORKES_INLINE void eachEntry(const int32_t* table, int n, Pair pair) {
+    constexpr int32_t low = (4 << (bits - 1)) - 1;
+    const int32_t high = n >> (bits - 1);
+    pair(0, 0);
+    for (const int32_t* p = table; *p && *p < high; p += 2)
+        if ((*p & low) == 0) pair(p[0], p[1]);
+    for (const int32_t* p = table + n / 4 - 1; *p && *p < high; --p)
+        if ((*p & low) == 0) pair(*p, *p);
+}
+
+template <class Steps, class T> void reverseInPlace(T* x, int n, const int32_t* table) {
+    const Steps steps(n);
+    eachEntry<Steps::bits>(table, n,
+                           [=](int32_t i, int32_t r) { steps.exchange(x + i, x + r); });
+}
+
+template <class Steps, class T>
+void reverseTo(const T* src, T* dst, int n, const int32_t* table) {
+    const Steps steps(n);
+    eachEntry<Steps::bits>(table, n, [=](int32_t i, int32_t r) {
+        steps.go(src + i, dst + r);
+        if (i != r) steps.go(src + r, dst + i);
+    });
+}
+
+/// From here on a float array is larger than the first-level cache. Doubles gain
+/// nothing: four of them fill a line.
+constexpr int longFloats = 8192;
+
 template <class T> void reverse(const T* src, T* dst, int n, const int32_t* table) {
-    if (n < 8) {
-        static constexpr int place[4] = {0, 2, 1, 3};
-        for (int i = 0; i < n; ++i) {
-            const int to = n == 4 ? place[i] : i;
-            dst[2 * to] = src[2 * i];
-            dst[2 * to + 1] = src[2 * i + 1];
-        }
-        return;
-    }
-    const size_t half = static_cast<size_t>(n);
-    const auto go = [=](int32_t from, int32_t to) {
-        Four<T>::load(src + from, half).storeExchanged(dst + to, half);
-    };
-    go(0, 0);
-    for (; *table; table += 2) {
-        go(table[0], table[1]);
-        go(table[1], table[0]);
-    }
-    while (*++table) go(*table, *table);
+    if (n < 4)
+        std::copy_n(src, 2 * n, dst);
+    else if (src == dst)
+        reverseInPlace<Fours<T>>(dst, n, table);
+    else
+        reverseTo<Fours<T>>(src, dst, n, table);
+}
+void reverseFloats(const float* src, float* dst, int n, const int32_t* table) {
+    if (n < longFloats)
+        reverse(src, dst, n, table);
+    else if (src == dst)
+        reverseInPlace<Tiles>(dst, n, table);
+    else
+        reverseTo<Tiles>(src, dst, n, table);
 }
 
 } // namespace
@@ -124,14 +186,14 @@ void zubs_initTabBitRevNorm(int order, int32_t* table) {
 }
 
 void zubs_BitRev1_Z(double* data, int n, const int32_t* table) {
-    reverseInPlace(data, n, table);
+    reverse(data, data, n, table);
 }
 void zubs_BitRev1_C(float* data, int n, const int32_t* table) {
-    reverseInPlace(data, n, table);
+    reverseFloats(data, data, n, table);
 }
 void zubs_BitRev2_Z(const double* src, double* dst, int n, const int32_t* table) {
     reverse(src, dst, n, table);
 }
 void zubs_BitRev2_C(const float* src, float* dst, int n, const int32_t* table) {
-    reverse(src, dst, n, table);
+    reverseFloats(src, dst, n, table);
 }
