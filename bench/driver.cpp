@@ -1,4 +1,5 @@
-// qorkes-bench: times every row of the tables in kernels.cpp and streams.cpp.
+// qorkes-bench: times every row of the tables in kernels.cpp, streams.cpp and
+// signal.cpp.
 //
 // One round times our entry, the x87 peer and the SSE2 peer, each for about a
 // millisecond, and gives a ratio for each peer. The rounds of a row are spread over
@@ -112,13 +113,16 @@ std::string heading() {
            rule;
 }
 
+std::string withRange(const Ratios& ratios) {
+    return format("%.2f (%.2f to %.2f)", ratios.median(), ratios.at(0.1),
+                  ratios.at(0.9));
+}
+
 std::string lineOf(const MeasuredRow& measured) {
     std::string cells[4];
     std::string* cell = cells;
     for (const Result& result : measured.results) {
-        const Ratios& ratios = result.ratios();
-        *cell++ = format("%.2f (%.2f to %.2f)", ratios.median(), ratios.at(0.1),
-                         ratios.at(0.9));
+        *cell++ = withRange(result.ratios());
         *cell++ = format("%.2f, %.2f", result.x87.median(), result.sse2.median());
     }
     return line(measured.row.ours, measured.row.arguments, measured.row.peer, cells);
@@ -130,6 +134,24 @@ std::vector<MeasuredRow> rowsWith(const std::string& part) {
         for (const Row& row : table)
             if (row.ours.find(part) != std::string::npos) rows.push_back({row});
     return rows;
+}
+
+std::string sizedLine(const SizedRow& row, const std::string& scalar,
+                      const std::string& simd) {
+    return format("| %-18s | %-17s | %-6s | %-19s | %-19s |\n", row.ours.c_str(),
+                  row.size.c_str(), row.peer.c_str(), scalar.c_str(), simd.c_str());
+}
+
+std::string sizedHeading() {
+    std::string rule = sizedLine({}, "", "");
+    std::ranges::replace(rule, ' ', '-');
+    return "\n" + sizedLine({"ours", "size", "peer", {}}, "scalar", "SIMD") + rule;
+}
+
+std::string sizedLine(const SizedRow& row, int rounds) {
+    Result result;
+    measure(row.prepare(), rounds, result);
+    return sizedLine(row, withRange(result.x87), withRange(result.sse2));
 }
 
 std::string machine() {
@@ -160,13 +182,19 @@ int main(int argc, char** argv) {
     for (int pass = 1; pass < passes; ++pass)
         for (MeasuredRow& row : rows) row.measureSizes(rounds);
 
-    std::string table = machine() + heading();
-    std::cout << table << std::flush;
-    for (MeasuredRow& row : rows) {
-        row.measureSizes(rounds);
-        const std::string text = lineOf(row);
+    std::string table;
+    const auto add = [&](const std::string& text) {
         std::cout << text << std::flush;
         table += text;
+    };
+    add(machine() + heading());
+    for (MeasuredRow& row : rows) {
+        row.measureSizes(rounds);
+        add(lineOf(row));
     }
+    add(sizedHeading());
+    for (const SizedRow& row : signalRows())
+        if (row.ours.find(filter) != std::string::npos)
+            add(sizedLine(row, passes * rounds));
     if (!document.empty()) replaceSection(document, "ratios", table);
 }
