@@ -27,7 +27,8 @@ static_assert(hasPattern(acosh2, 0x3F9333330A736759));
 static_assert(hasPattern(acosh3, 0xBF76D772CCA47234));
 
 struct InverseCosine {
-    static constexpr Logarithm logarithm = naturalLogarithm(_QOR_THISFUNC_NAME);
+    static constexpr Logarithm logarithm =
+        naturalLogarithm(_QOR_THISFUNC_NAME, unitOfRests);
     static constexpr bool isOdd = false;
     static constexpr uint32_t halvings = 0;
 

@@ -14,7 +14,8 @@ constexpr char _QOR_THISFUNC_NAME[] = "_qordAsinh_HA";
 constexpr uint32_t firstForLogarithm = 0x3F600000; // 0.001953125
 
 struct InverseSine {
-    static constexpr Logarithm logarithm = naturalLogarithm(_QOR_THISFUNC_NAME);
+    static constexpr Logarithm logarithm =
+        naturalLogarithm(_QOR_THISFUNC_NAME, unitOfRests);
     static constexpr bool isOdd = true;
     static constexpr uint32_t halvings = 0;
 

@@ -19,7 +19,8 @@ constexpr uint32_t oneHigh = 0x3FF00000;
 constexpr uint32_t firstForLogarithm = 0x3F500000; // 0.0009765625
 
 struct InverseTangent {
-    static constexpr Logarithm logarithm = naturalLogarithm(_QOR_THISFUNC_NAME);
+    static constexpr Logarithm logarithm =
+        naturalLogarithm(_QOR_THISFUNC_NAME, unitOfRests);
     static constexpr bool isOdd = true;
     static constexpr uint32_t halvings = 1;
 

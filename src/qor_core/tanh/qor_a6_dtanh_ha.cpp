@@ -58,14 +58,15 @@ QORKES_INLINE void storeSteps(Steps& steps, const double& x, ext twiceLog2OfE) {
 struct Constants {
     ext twiceLog2OfE = inRegister(ld2xLog2e);
     ext poly1 = inRegister(tanhPoly1);
+    ext poly2 = inRegister(tanhPoly2);
+    ext poly3 = inRegister(tanhPoly3);
 };
 
 QORKES_INLINE double tableTanh(const double& x, const Steps& steps,
                                const Constants& c) {
     const ext r = loaded(x) * c.twiceLog2OfE - (loaded(steps.shifted) - tanhShifter);
     const ext p =
-        (((((tanhPoly6 * r + tanhPoly5) * r + tanhPoly4) * r + tanhPoly3) * r +
-          tanhPoly2) *
+        (((((tanhPoly6 * r + tanhPoly5) * r + tanhPoly4) * r + c.poly3) * r + c.poly2) *
              r +
          c.poly1) *
             r +
