@@ -18,11 +18,13 @@
 
 namespace qorkes {
 
-/// The argument w of a logarithm, at first whole; then its mantissa without the leading
-/// bit and the next 8, an integer, and the high word of w as a double of any exponent.
-struct alignas(16) Slot {
+/// The argument w of a logarithm; its high word as a double of any exponent; and what
+/// the logarithm is to be multiplied by. In the end w is its mantissa without the
+/// leading bit and the next 8, an integer.
+struct alignas(32) Slot {
     ext argument;
     uint32_t high;
+    float factor;
 
     QORKES_INLINE ext rest() const {
         ext result;
@@ -65,14 +67,15 @@ QORKES_NOINLINE int logarithmPairs(int n, const double* a, double* y) {
     Slot slots[blockSize];
     const int count = storeArguments<F>(n, a, slots);
     if (count == 0) return 0;
-    for (int i = 0; i < count; ++i) takeApart(slots[i]);
+    for (int i = 0; i < count; ++i) {
+        takeApart(slots[i]);
+        setBits(slots[i].factor, (highWord(a[i]) & signBit) | F::factorBits);
+    }
     logarithmsInTurn<F::logarithm>(
         count, [&](int i) { return slots[i].rest(); },
         [&](int i) { return slots[i].high; },
-        [=](int i, ext logarithm) {
-            const uint32_t sign = highWord(a[i]) & signBit;
-            y[i] = round64(logarithm);
-            if constexpr (F::isOdd) addToHighWord(y[i], sign - (F::halvings << 20));
+        [&](int i, ext logarithm) {
+            y[i] = round64(F::isOdd ? logarithm * slots[i].factor : logarithm);
         });
     return count;
 }

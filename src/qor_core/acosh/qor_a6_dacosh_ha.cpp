@@ -30,7 +30,7 @@ struct InverseCosine {
     static constexpr Logarithm logarithm =
         naturalLogarithm(_QOR_THISFUNC_NAME, unitOfRests);
     static constexpr bool isOdd = false;
-    static constexpr uint32_t halvings = 0;
+    static constexpr uint32_t factorBits = 0x3F800000;
 
     QORKES_INLINE static bool isForLogarithm(uint32_t high) {
         return high - firstForLogarithm < doubleInfinityHigh - firstForLogarithm;

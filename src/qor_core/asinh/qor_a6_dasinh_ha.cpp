@@ -17,7 +17,7 @@ struct InverseSine {
     static constexpr Logarithm logarithm =
         naturalLogarithm(_QOR_THISFUNC_NAME, unitOfRests);
     static constexpr bool isOdd = true;
-    static constexpr uint32_t halvings = 0;
+    static constexpr uint32_t factorBits = 0x3F800000;
 
     QORKES_INLINE static bool isForLogarithm(uint32_t high) {
         return (high & magnitudeBits) - firstForLogarithm < 0x40900000;

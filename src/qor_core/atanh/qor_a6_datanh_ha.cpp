@@ -22,7 +22,7 @@ struct InverseTangent {
     static constexpr Logarithm logarithm =
         naturalLogarithm(_QOR_THISFUNC_NAME, unitOfRests);
     static constexpr bool isOdd = true;
-    static constexpr uint32_t halvings = 1;
+    static constexpr uint32_t factorBits = 0x3F000000;
 
     QORKES_INLINE static bool isForLogarithm(uint32_t high) {
         return (high & magnitudeBits) - firstForLogarithm < oneHigh - firstForLogarithm;
