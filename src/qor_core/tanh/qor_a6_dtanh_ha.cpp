@@ -65,12 +65,9 @@ struct Constants {
 QORKES_INLINE double tableTanh(const double& x, const Steps& steps,
                                const Constants& c) {
     const ext r = loaded(x) * c.twiceLog2OfE - (loaded(steps.shifted) - tanhShifter);
-    const ext p =
-        (((((tanhPoly6 * r + tanhPoly5) * r + tanhPoly4) * r + c.poly3) * r + c.poly2) *
-             r +
-         c.poly1) *
-            r +
-        1.0L;
+    const ext upper =
+        (loadedHere(tanhPoly6) * r + loadedHere(tanhPoly5)) * r + loadedHere(tanhPoly4);
+    const ext p = (((upper * r + c.poly3) * r + c.poly2) * r + c.poly1) * r + 1.0L;
     const ext e = p * tanhRows.at((bitsOf(steps.shifted) & 0x3F) << 4) * steps.scale;
     return round64(1.0L - 2.0L / (e + 1.0L));
 }
