@@ -12,6 +12,7 @@ constexpr Generator rows[] = {
     {"MRG32K3A", KesBrngMRG32K3A, 1, "two recurrences of order 3; period about 2^191"},
     {"MCG59", KesBrngMCG59, 1, "x = 13^13 x mod 2^59; period 2^57 for odd seeds"},
     {"MT19937", KesBrngMT19937, 1, "Mersenne Twister of 624 words; period 2^19937 - 1"},
+    {"MT2203", KesBrngMT2203, KesMt2203Members, "Mersenne Twisters of 69 words; period 2^2203 - 1"},
 };
 // clang-format on
 

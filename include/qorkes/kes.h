@@ -312,7 +312,34 @@ QORKES_API int __kesdBRngMT19937(StreamState* stream, int n, double* r, double a
                                  double b);
 QORKES_API int __kesiBRngMT19937(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator MT2203 ---------------------------------------------------------- */
+/* ---- Generator MT2203: a family of small Mersenne Twisters ------------------------
+ *
+ * 1024 generators of period 2^2203 - 1 for as many independent streams: twisted shift
+ * registers of 69 words with a matrix word and two tempering masks of their own, found
+ * by dynamic creation, so that the characteristic polynomials are irreducible and
+ * different. Matsumoto and Nishimura, "Dynamic creation of pseudorandom number
+ * generators", Monte Carlo and Quasi-Monte Carlo Methods 1998, 2000.
+ *
+ * Member m is KesBrngMT2203 + m. Seeding, output and what cannot be done are as with
+ * MT19937. A stream carries its member's parameters; __kesCopyStreamState moves the
+ * words and not the parameters.
+ */
+#define KesMt2203Members 1024
+
+typedef struct KesMt2203Row {
+    uint32_t MatrixA; /* matrix word; its low 16 bits are the member's own */
+    uint32_t MaskB;   /* tempering mask for the shift by 7 */
+    uint32_t MaskC;   /* tempering mask for the shift by 15 */
+} KesMt2203Row;
+
+QORKES_API const KesMt2203Row _kes_mt2203_table[KesMt2203Members];
+
+QORKES_API int __kesBRngMT2203InitStream(int method, StreamState* stream, int n,
+                                         const uint32_t* params);
+QORKES_API int __kessBRngMT2203(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngMT2203(StreamState* stream, int n, double* r, double a,
+                                double b);
+QORKES_API int __kesiBRngMT2203(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator Niederreiter ---------------------------------------------------- */
 

@@ -78,6 +78,9 @@ QORKES_INLINE int drawAbstract(StreamState* stream, int n, Element* r,
     // The caller's function may change these, and not the stream: that is written at
     // the end, so that a failure leaves it as it was.
     int size = state.Size, index = state.Index, free = state.Free;
+    // The alignment makes the compiler realign this frame, and with it that of Update,
+    // for callers that keep their stack to 4 bytes.
+    alignas(16) int nmin;
     const auto take = [&](int count) {
         const int upToEnd = std::min(count, size - index);
         deliver(r, buffer + index, upToEnd);
@@ -96,7 +99,7 @@ QORKES_INLINE int drawAbstract(StreamState* stream, int n, Element* r,
         owed -= count;
     }
     while (owed > 0) {
-        int nmin = std::min(free, owed);
+        nmin = std::min(free, owed);
         const int count = state.Update(stream, &size, buffer, &nmin, &free, &write);
         if (count < 0 || count > free) return KesStatusBadUpdate;
         if (count == 0) return KesStatusNoNumbers;

@@ -100,6 +100,7 @@ template <class Shape> struct Twist {
         return middle ^ y >> 1 ^ (matrix & (0 - (next & 1)));
     }
 };
+
 template <class Shape> struct Temper {
     uint32_t b, c;
 
@@ -123,7 +124,8 @@ template <class Shape> struct TemperPair {
 };
 
 /// halves[i] becomes words[i] >> 1.
-QORKES_NOINLINE inline void halve(uint32_t* halves, const uint32_t* words, int n) {
+[[maybe_unused]] QORKES_NOINLINE static void halve(uint32_t* halves,
+                                                   const uint32_t* words, int n) {
     int i = 0;
     for (; i < n - 1; i += 2)
         storePair(halves + i, _mm_srli_pi32(loadPair(words + i), 1));

@@ -52,6 +52,12 @@ inline const std::vector<Generator> generators = {
 
     {"MT19937", KesBrngMT19937, {0x123, 0x234, 0x345, 0x456}, 624, false, {},
      0x1p-32,          {64, 53, 64, 64, 53}, {64, 53, 64, 64, 24}},
+
+    {"MT2203", KesBrngMT2203, {0x123, 0x234, 0x345}, 69, false, {},
+     0x1p-32,          {64, 53, 64, 64, 53}, {64, 53, 64, 64, 24}},
+
+    {"MT2203member1023", KesBrngMT2203 + 1023, {}, 69, false, {},
+     0x1p-32,          {64, 53, 64, 64, 53}, {64, 53, 64, 64, 24}},
 };
 // clang-format on
 

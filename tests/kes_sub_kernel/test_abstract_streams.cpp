@@ -3,6 +3,7 @@
 #include "stream.hpp"
 
 #include <support/compare.hpp>
+#include <support/stack.hpp>
 
 #include <algorithm>
 #include <limits>
@@ -124,6 +125,30 @@ TEST(AbstractStream, UpdateIsAskedForWhatIsOwed) {
             << countsOf(stream).index << ' ' << countsOf(stream).free;
     }
 }
+
+#ifndef __SANITIZE_ADDRESS__
+/// The address of the frame that Update is called with, as the number that it delivers.
+[[gnu::noinline]] int deliverFrame(StreamState*, int*, uint32_t* to, int*, int*,
+                                   int* idx) {
+    to[*idx] =
+        static_cast<uint32_t>(reinterpret_cast<uintptr_t>(__builtin_frame_address(0)));
+    return 1;
+}
+
+void drawOne(StreamState* stream, uint32_t* r) { _kesiRngUniformBits(0, stream, 1, r); }
+
+/// Update finds the boundary that compilers rely on now, whoever asks for numbers.
+TEST(AbstractStream, UpdateStackIsAligned) {
+    StreamState* stream = nullptr;
+    ASSERT_EQ(__kesiNewAbstractStream(&stream, size, buffer, deliverFrame), 0);
+    const Stream owner(stream);
+    for (const uintptr_t offset : {0u, 4u, 8u, 12u}) {
+        uint32_t frame = 0;
+        callOffBoundary(offset, drawOne, stream, &frame);
+        EXPECT_EQ((frame + 8) % 16, 0u) << offset;
+    }
+}
+#endif
 
 TEST(AbstractStream, FailedDrawsLeaveTheStreamAsItWas) {
     const struct {

@@ -12,6 +12,11 @@
 using namespace qorkes;
 using namespace qorkes::test;
 
+/// The address sanitizer is to refuse a block too large as malloc does, not to stop.
+extern "C" const char* __asan_default_options() {
+    return "allocator_may_return_null=1";
+}
+
 namespace {
 
 const std::string path = testing::TempDir() + "qorkes-test.stream";

@@ -33,7 +33,7 @@ constexpr BrngRecord rowNiederr = {};
 // 0x800000
 constexpr BrngRecord rowMT19937 = ROW(MT19937, 2516, 625, 1, 4, 32);
 // 0x900000 and the 1023 after it
-constexpr BrngRecord rowMT2203 = {};
+constexpr BrngRecord rowMT2203 = ROW(MT2203, 308, 70, 1, 4, 32);
 // 0xa00000
 constexpr BrngRecord rowiAbstract = ROW(iAbstract, 36, 0, 1, 4, 32);
 // 0xb00000
@@ -42,11 +42,12 @@ constexpr BrngRecord rowdAbstract = ROW(dAbstract, 52, 0, 1, 4, 32);
 constexpr BrngRecord rowsAbstract = ROW(sAbstract, 44, 0, 1, 4, 32);
 // clang-format on
 
-constexpr bool isThere(const BrngRecord& row) { return row.InitStream != nullptr; }
+// By a number: sanitizers make no constant of the address of a function.
+constexpr bool isThere(const BrngRecord& row) { return row.WordSize != 0; }
 
 constexpr bool allRowsAreThere =
     isThere(rowR250) && isThere(rowMRG32K3A) && isThere(rowWH) && isThere(rowSobol) &&
-    isThere(rowNiederr) && isThere(rowMT19937) && isThere(rowMT2203) &&
+    isThere(rowNiederr) && isThere(rowMT19937) &&
     isThere(rowiAbstract) && isThere(rowdAbstract) && isThere(rowsAbstract);
 
 constexpr int firstNewIdentifier = 0x100000;

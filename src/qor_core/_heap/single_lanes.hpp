@@ -15,7 +15,6 @@
 #pragma once
 
 #include <qor_core/_heap/trig_groups.hpp>
-#include <qor_core/frame.hpp>
 
 namespace qorkes {
 

@@ -1,4 +1,4 @@
-// _qordCos_HA: y = cos(a) in double precision, largest error 0.59 ulp.
+// _qordCos_HA: y = cos(a) in double precision, largest error 0.60 ulp.
 //
 // The sine of x + pi/2: as _qordSin_HA, with x less an odd multiple of pi/2.
 //

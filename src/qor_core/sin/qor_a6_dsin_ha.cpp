@@ -1,4 +1,4 @@
-// _qordSin_HA: y = sin(a) in double precision, largest error 0.59 ulp.
+// _qordSin_HA: y = sin(a) in double precision, largest error 0.60 ulp.
 //
 // x less a multiple of pi, in four parts at 64-bit precision; then, for r in
 // [-pi/2, pi/2], the odd polynomial of the piece that |r| lies in, of 65.

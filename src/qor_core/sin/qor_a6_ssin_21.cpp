@@ -1,4 +1,4 @@
-// _qorsSin_21: y = sin(a) in single precision, largest error 3.5 ulp.
+// _qorsSin_21: y = sin(a) in single precision, largest error 3.2 ulp.
 //
 // x less a multiple of pi, rounded to float, then one odd polynomial for r in
 // [-pi/2, pi/2] in float arithmetic.
@@ -12,7 +12,7 @@ namespace {
 
 struct Sine {
     static constexpr float limit = 1000000.0f;
-    static constexpr const ShortStep& step = shortHalfTurn;
+    static constexpr const auto& step = halfTurn<float>;
     static constexpr bool skipsSmall = false, hasSecond = false;
 
     QORKES_INLINE static __m128 counts(__m128 x) {

@@ -9,6 +9,5 @@
 using namespace qorkes;
 
 void _qorsSin_HA(int n, const float* a, float* y) {
-    inFrame<Precision::bits53, Mxcsr::cleared, waves<Wave::sine, _qorsSin_SC_HA>>(n, a,
-                                                                                  y);
+    floatWavesInFrame<Wave::sine, _qorsSin_SC_HA>(n, a, y);
 }

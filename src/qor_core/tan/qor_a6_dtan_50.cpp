@@ -1,4 +1,4 @@
-// _qordTan_50: y = tan(a) in double precision, largest error 2.6 ulp.
+// _qordTan_50: y = tan(a) in double precision, largest error 2.2 ulp.
 //
 // As _qordTan_HA, with numerators and denominators rounded to double.
 //

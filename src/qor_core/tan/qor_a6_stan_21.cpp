@@ -1,4 +1,4 @@
-// _qorsTan_21: y = tan(a) in single precision, largest error 4.0 ulp.
+// _qorsTan_21: y = tan(a) in single precision, largest error 3.5 ulp.
 //
 // x less a multiple of pi/2, rounded to float, then the tangent of r in [-pi/4, pi/4]
 // as a quotient u / v of an odd and an even polynomial in float arithmetic. An odd
@@ -18,7 +18,7 @@ static_assert(hasPattern(tangentA, 0xBDC433B8) && hasPattern(tangentB1, 0xBEDBB7
 
 struct Tangent {
     static constexpr float limit = 500000.0f;
-    static constexpr const ShortStep& step = shortQuarterTurn;
+    static constexpr const auto& step = quarterTurn<float>;
     static constexpr bool skipsSmall = true, hasSecond = false;
 
     QORKES_INLINE static __m128 counts(__m128 x) { return quarterTurns(x); }
