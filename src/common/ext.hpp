@@ -51,6 +51,11 @@ QORKES_INLINE ext loadedHere(const float& x) {
     asm volatile("flds %1" : "=t"(result) : "m"(x));
     return result;
 }
+QORKES_INLINE ext loadedHere(const ext& x) {
+    ext result;
+    asm volatile("fldt %1" : "=t"(result) : "m"(x));
+    return result;
+}
 
 /// The low 32 bits of a double in memory as a signed integer, loaded from there (fild).
 QORKES_INLINE ext lowWordAsInteger(const double& x) {

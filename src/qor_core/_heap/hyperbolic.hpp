@@ -58,14 +58,15 @@ constexpr Rows hypFineRows(hypTabFine, 1);
 constexpr Rows hypMidRows(hypTabMid, 1);
 constexpr Rows hypCoarseRows(hypTabCoarse, 2);
 
-/// What a pass computes with: the constants for steps as the unit.
+/// The constants for steps as the unit: two that a pass keeps in registers, and two
+/// that it loads where it needs them.
 constexpr ext hypUnit = 0x1p+14L;
 struct HyperbolicConstants {
     ext stepsPerArgument = inRegister(log2OfE * hypUnit);
-    ext o1 = inRegister(lnOf2 / hypUnit);
-    ext o3 = hypC3 / (hypUnit * hypUnit * hypUnit);
-    ext e2 = hypC2 / (hypUnit * hypUnit);
+    ext odd1 = inRegister(lnOf2 / hypUnit);
 };
+constexpr ext hypOdd3 = hypC3 / (hypUnit * hypUnit * hypUnit);
+constexpr ext hypEven2 = hypC2 / (hypUnit * hypUnit);
 
 /// A number whose low word holds k in its upper 18 bits, then the three indices.
 QORKES_INLINE double hyperbolicSteps(const double& x, ext stepsPerArgument) {
@@ -87,8 +88,8 @@ QORKES_INLINE double tableHyperbolic(const double& x, const double& steps,
     const ext a = halfPower(w), b = halfPower(-w);
     const ext r = loaded(x) * c.stepsPerArgument - lowWordAsInteger(steps);
     const ext square = r * r;
-    const ext odd = (square * c.o3 + c.o1) * r;
-    const ext even = square * c.e2 + 1.0L;
+    const ext odd = (square * loadedHere(hypOdd3) + c.odd1) * r;
+    const ext even = square * loadedHere(hypEven2) + 1.0L;
     if constexpr (f.parity == Parity::odd)
         return round64((a + b) * odd + (a - b) * even);
     else

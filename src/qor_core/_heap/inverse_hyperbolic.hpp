@@ -18,25 +18,32 @@
 
 namespace qorkes {
 
-/// The argument w of a logarithm, at first whole; then 1 + m - c, for its mantissa m
-/// cut to the top 8 bits c, with the high word of w as a double of any exponent.
-struct alignas(16) Slot {
-    ext rest;
+/// The argument w of a logarithm; its high word as a double of any exponent; and what
+/// the logarithm is to be multiplied by. In the end w is its mantissa without the
+/// leading bit and the next 8, an integer.
+struct alignas(32) Slot {
+    ext argument;
     uint32_t high;
+    float factor;
+
+    QORKES_INLINE ext rest() const {
+        ext result;
+        asm("fildll %1" : "=t"(result) : "m"(argument));
+        return result;
+    }
 };
+constexpr double unitOfRests = 0x1p-63;
 
 QORKES_INLINE void takeApart(Slot& slot) {
     constexpr uint32_t bias = 0x3FFF, doubleBias = 0x3FF;
-    char* const top = reinterpret_cast<char*>(&slot.rest) + 4;
+    char* const top = reinterpret_cast<char*>(&slot.argument) + 4;
     uint32_t mantissa;
     uint16_t exponent;
     std::memcpy(&mantissa, top, sizeof mantissa);
     std::memcpy(&exponent, top + 4, sizeof exponent);
     slot.high = (exponent - bias + doubleBias) << 20 | (mantissa >> 11 & 0xFFFFF);
-    mantissa &= 0x807FFFFF;
-    exponent = bias;
+    mantissa &= 0x7FFFFF;
     std::memcpy(top, &mantissa, sizeof mantissa);
-    std::memcpy(top + 4, &exponent, sizeof exponent);
 }
 
 /// The arguments of the pairs before the first special one, up to a block of them;
@@ -49,8 +56,8 @@ QORKES_NOINLINE int storeArguments(int n, const double* a, Slot* slots) {
         if (!F::isForLogarithm(highWord(a[count])) ||
             !F::isForLogarithm(highWord(a[count + 1])))
             break;
-        slots[count].rest = F::argument(loaded(a[count]));
-        slots[count + 1].rest = F::argument(loaded(a[count + 1]));
+        slots[count].argument = F::argument(loaded(a[count]));
+        slots[count + 1].argument = F::argument(loaded(a[count + 1]));
     }
     return count;
 }
@@ -60,14 +67,15 @@ QORKES_NOINLINE int logarithmPairs(int n, const double* a, double* y) {
     Slot slots[blockSize];
     const int count = storeArguments<F>(n, a, slots);
     if (count == 0) return 0;
-    for (int i = 0; i < count; ++i) takeApart(slots[i]);
+    for (int i = 0; i < count; ++i) {
+        takeApart(slots[i]);
+        setBits(slots[i].factor, (highWord(a[i]) & signBit) | F::factorBits);
+    }
     logarithmsInTurn<F::logarithm>(
-        count, [&](int i) { return slots[i].rest; },
+        count, [&](int i) { return slots[i].rest(); },
         [&](int i) { return slots[i].high; },
-        [=](int i, ext logarithm) {
-            const uint32_t sign = highWord(a[i]) & signBit;
-            y[i] = round64(logarithm);
-            if constexpr (F::isOdd) addToHighWord(y[i], sign - (F::halvings << 20));
+        [&](int i, ext logarithm) {
+            y[i] = round64(F::isOdd ? logarithm * slots[i].factor : logarithm);
         });
     return count;
 }

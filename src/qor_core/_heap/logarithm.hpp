@@ -17,12 +17,14 @@ struct alignas(32) LogarithmRow {
     double recip;     // 1/c
 };
 
-/// Rows from a table of three columns, each in a place of 32 bytes.
+/// Rows from a table of three columns, each in a place of 32 bytes. `unit` is that of
+/// the rests, a power of two.
 struct LogarithmRows {
     LogarithmRow row[256];
 
-    constexpr LogarithmRows(const double (&table)[256][3]) : row{} {
-        for (int i = 0; i < 256; ++i) row[i] = {table[i][0], table[i][1], table[i][2]};
+    constexpr LogarithmRows(const double (&table)[256][3], double unit = 1) : row{} {
+        for (int i = 0; i < 256; ++i)
+            row[i] = {table[i][0], table[i][1], table[i][2] * unit};
     }
 };
 
@@ -80,7 +82,6 @@ template <const Logarithm& f, class RestOf, class HighOf, class Store>
 QORKES_INLINE void logarithmsInTurn(int count, RestOf&& restOf, HighOf&& highOf,
                                     Store&& store) {
     const ext logOf2 = inRegister(f.logOf2);
-    const ext one = inRegister(1.0L);
     const auto& c = f.main;
     const auto rowOf = [](uint32_t high) -> const LogarithmRow& {
         const char* place =
@@ -88,7 +89,7 @@ QORKES_INLINE void logarithmsInTurn(int count, RestOf&& restOf, HighOf&& highOf,
         return *reinterpret_cast<const LogarithmRow*>(place);
     };
     const auto begin = [&](int i, ext& r, ext& upper) {
-        r = (restOf(i) - one) * rowOf(highOf(i)).recip;
+        r = restOf(i) * rowOf(highOf(i)).recip;
         upper = ((c[5] * r + c[4]) * r + c[3]) * r + c[2];
     };
     const auto finish = [&](int i, ext r, ext upper) {
@@ -114,8 +115,9 @@ QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
     alignas(16) double rests[blockSize];
     const int count = tableRests(n, a, rests);
     if (count == 0) return 0;
+    const ext one = inRegister(1.0L);
     logarithmsInTurn<f>(
-        count, [&](int i) { return loaded(rests[i]); },
+        count, [&](int i) { return loaded(rests[i]) - one; },
         [=](int i) { return highWord(a[i]); },
         [=](int i, ext logarithm) { y[i] = round64(logarithm); });
     return count;

@@ -8,8 +8,8 @@ namespace qorkes {
 
 #include <qor_core/ln/qor_a6_dln_tables.inc>
 
-constexpr Logarithm naturalLogarithm(const char* kernel) {
-    return {lnTabD,
+constexpr Logarithm naturalLogarithm(const char* kernel, double unitOfRests = 1) {
+    return {LogarithmRows(lnTabD, unitOfRests),
             {0x1p+0, -0x1.fffffffffffafp-2, 0x1.5555555519f2ap-2, -0x1.fffffe04ecef7p-3,
              0x1.9995c6a12e46ap-3, -0x1.51ed447a1b8c5p-3},
             {0x1p+0, -0x1p-1, 0x1.5555555555555p-2, -0x1p-2, 0x1.999999999999ap-3,

@@ -43,9 +43,9 @@ QORKES_INLINE ext singleHalfPower(uint32_t n) {
 
 template <const SingleHyperbolic& f>
 QORKES_INLINE void storeHyperbolic(float& y, const float& x) {
-    const ext t = loaded(x) * singleLog2OfE;
-    const float steps = round32(t + singleHypShifter);
-    const ext r = t - (loaded(steps) - singleHypShifter);
+    const ext shifted = loaded(x) * singleLog2OfE + singleHypShifter;
+    const float steps = round32(shifted);
+    const ext r = shifted - steps;
     const ext a = singleHalfPower(bitsOf(steps)), b = singleHalfPower(-bitsOf(steps));
     const ext square = r * r;
     const ext odd = (f.odd3 != 0 ? square * f.odd3 + f.odd1 : ext{f.odd1}) * r;

@@ -2,8 +2,12 @@
 // quotient gives, at 53 bits.
 //
 // Passes over a block: first the arguments, then their bits taken apart, then the
-// logarithms. A function is a structure as in double precision, but for the logarithm,
-// which is the same for all, and `kernel`, the name.
+// logarithms. A function is a structure of
+//
+//     isForLogarithm(bits)    whether an argument is ordinary
+//     argument(x)             of the logarithm, at least 1
+//     isOdd, halvings         f = +-log(argument) 2^-halvings, with the sign of x if
+//     odd special(i, a, y)        stores and reports the elements that are not ordinary
 #pragma once
 
 #include <qor_core/_heap/single_logarithm.hpp>

@@ -1,4 +1,4 @@
-// _qorsAcosh_HA: y = acosh(a) in single precision.
+// _qorsAcosh_HA: y = acosh(a) in single precision, largest error 0.62 ulp.
 //
 // log(a + sqrt(a^2 - 1)), at 53-bit precision, rounded once.
 //

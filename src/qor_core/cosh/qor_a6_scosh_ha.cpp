@@ -1,4 +1,4 @@
-// _qorsCosh_HA: y = cosh(a) in single precision.
+// _qorsCosh_HA: y = cosh(a) in single precision, largest error 0.61 ulp.
 //
 //   NaN                                    the same NaN, quiet
 //   +-infinity                             +infinity
