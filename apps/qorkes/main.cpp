@@ -9,7 +9,9 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", "qorkes " QORKES_VERSION);
     app.get_formatter()->column_width(28);
     qorkes::addApply(app);
+    qorkes::addConv(app);
     qorkes::addDraw(app);
+    qorkes::addFft(app);
     qorkes::addList(app);
     qorkes::addStream(app);
     app.footer("Examples:\n"
