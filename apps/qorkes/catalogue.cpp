@@ -50,6 +50,8 @@ constexpr Function rows[] = {
     {"InvSqrt", "1 / sqrt(a)", Form::oneToOne, KERNELS(InvSqrt, HA, HA, HA)},
     {"Ln", "ln(a)", Form::oneToOne, KERNELS(Ln, HA, HA, HA)},
     {"Log10", "log10(a)", Form::oneToOne, KERNELS(Log10, HA, HA, HA)},
+    {"Pow", "a^b", Form::twoToOne, KERNELS(Pow, 50, 21, 21)},
+    {"Powx", "a^b, one b for all", Form::arrayAndScalar, KERNELS(Powx, HA, HA, HA)},
     {"Sin", "sin(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Sin, HA, HA)},
     {"SinCos", "sin(a), cos(a)", Form::oneToTwo, KERNELS_BY_SCALAR_CODE(SinCos, HA, HA)},
     {"Sinh", "sinh(a)", Form::oneToOne, KERNELS(Sinh, HA, HA, HA)},

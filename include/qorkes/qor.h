@@ -228,6 +228,47 @@ QORKES_API void _qorsLog10_HA(int n, const float* a, float* y);
 QORKES_API void _qorsLog10_21(int n, const float* a, float* y);
 QORKES_API void _qorsLog10_11(int n, const float* a, float* y);
 
+/* ---- Pow: y = a^b ------------------------------------------------------------------
+ *
+ * HA: log2 and 2^x by tables, the logarithm and its product with b in two parts (Tang,
+ * "Table-driven implementation of the logarithm function in IEEE floating-point
+ * arithmetic", 1990, for the class of methods; Dekker, "A floating-point technique for
+ * extending the available precision", 1971, for the parts). 50: the same in extended
+ * precision, in one part; bases in [0.25, 4) by the processor's logarithm. Float 21: a
+ * cubic and a quadratic.
+ *
+ *   b = +-0                           1, whatever a is
+ *   a = 1; a = -1, b infinite         1, whatever b is
+ *   a or b a NaN                      the NaN (that of a, if both are), quiet
+ *   b infinite                        +infinity or +0, by |a|
+ *   a = +-0, b = -infinity            +infinity   QOR_STATUS_ERRDOM
+ *   a infinite                        infinity or 0, of a's sign for odd b
+ *   a < 0, b finite and no integer    0xFFF8000000000000; float: 0xFFC00000
+ *                                                 QOR_STATUS_ERRDOM
+ *   a = +-0, b > 0                    0, of a's sign for odd b
+ *   a = +-0, b < 0                    infinity, of a's sign for odd b
+ *                                                 QOR_STATUS_ERRDOM
+ *   too large, too small              infinity, 0, unreported; denormal results are
+ *                                     rounded once
+ *
+ * A b of 2^52 and above counts as an even integer (_qorsPow_21: of 2^23 and above).
+ */
+QORKES_API void _qordPow_HA(int n, const double* a, const double* b, double* y);
+QORKES_API void _qordPow_50(int n, const double* a, const double* b, double* y);
+QORKES_API void _qorsPow_HA(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsPow_21(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsPow_11(int n, const float* a, const float* b, float* y);
+
+/* ---- Powx: y = a^b with one b for all elements -------------------------------------
+ *
+ * As Pow HA, in all accuracies. A report shows a in the place of b.
+ */
+QORKES_API void _qordPowx_HA(int n, const double* a, double b, double* y);
+QORKES_API void _qordPowx_50(int n, const double* a, double b, double* y);
+QORKES_API void _qorsPowx_HA(int n, const float* a, float b, float* y);
+QORKES_API void _qorsPowx_21(int n, const float* a, float b, float* y);
+QORKES_API void _qorsPowx_11(int n, const float* a, float b, float* y);
+
 /* ---- Sin: y = sin(a), a in radians -------------------------------------------------
  *
  * The nearest multiple of pi is taken off, in parts whose products with its count are

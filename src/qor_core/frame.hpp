@@ -102,6 +102,17 @@ QORKES_INLINE void inPairs(int n, Ordinary&& ordinary, Special&& special,
     if (i < n) alone(i);
 }
 
+/// `ordinary(i)` does the elements from i on before the first special one, or some of
+/// them, and returns how many these are; `special(i)` does one element.
+template <class Ordinary, class Special>
+QORKES_INLINE void inRuns(int n, Ordinary&& ordinary, Special&& special) {
+    for (int i = 0; i < n;) {
+        const int done = ordinary(i);
+        i += done;
+        if (done == 0) special(i++);
+    }
+}
+
 /// A hint that the line `bytes` ahead of `p` is read once, soon.
 QORKES_INLINE void prefetchAhead(const void* p, int bytes) {
     _mm_prefetch(static_cast<const char*>(p) + bytes, _MM_HINT_NTA);

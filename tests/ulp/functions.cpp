@@ -56,6 +56,8 @@ std::vector<Region> powerRegions(double normal, double least, double last) {
     return {
         {"bases from 1/4 to 4", positive(0.25, 4), both(0x1p-4, 60)},
         {"normal results", positive(normal, last), both(0x1p-8, 0x1p8), results},
+        {"exponents from 2^8 to 2^20", positive(normal, last), both(0x1p8, 0x1p20),
+         results},
         {"denormal results", positive(least, normal), both(0x1p-8, 0x1p8), results}};
 }
 

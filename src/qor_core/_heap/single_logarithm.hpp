@@ -49,8 +49,7 @@ QORKES_INLINE ext pieceLogarithm(uint32_t place, uint32_t exponent, ext mantissa
 }
 
 QORKES_INLINE bool arePositiveNormal(const float* x) {
-    return bitsOf(x[0]) - 0x00800000u < 0x7F000000u &&
-           bitsOf(x[1]) - 0x00800000u < 0x7F000000u;
+    return isPositiveNormalFloat(bitsOf(x[0])) && isPositiveNormalFloat(bitsOf(x[1]));
 }
 
 QORKES_INLINE void storeMantissa(float& mantissa, const float& x) {
