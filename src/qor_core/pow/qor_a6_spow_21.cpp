@@ -1,4 +1,5 @@
-// _qorsPow_21: y = a^b in single precision, largest error 0.62 ulp for moderate results or bases.
+// _qorsPow_21: y = a^b in single precision, largest error 0.62 ulp; 1.3 ulp for bases
+// just above 1.
 //
 // a = m 2^k: log2 a = k + P(m), P the cubic of the piece that the top 8 bits of m
 // select. Its product with b is K + j/64 + r with |r| <= 1/128, by adding a shifter and
