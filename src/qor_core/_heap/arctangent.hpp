@@ -5,6 +5,8 @@
 #include <qor_core/_heap/horner.hpp>
 #include <qor_core/frame.hpp>
 
+#include <common/pattern.hpp>
+
 namespace qorkes {
 
 /// arctan(t) = t - t (a1 t^2 + ... + a11 t^22), for |t| up to 7/16.
@@ -31,19 +33,21 @@ static_assert(hasPattern(atanLo[1], 0x3C7A2B7F222F65E2) &&
               hasPattern(atanLo[3], 0x3C7007887AF0CBBD) &&
               hasPattern(atanLo[4], 0x3C91A62633145C07));
 
-/// 1 if a bound's high word is below that of a magnitude, by the sign of the
-/// difference.
-QORKES_INLINE uint32_t isBelow(uint32_t bound, uint32_t magnitude) {
-    return (bound - magnitude) >> 31;
-}
+/// Two numbers for each element of a block, to be picked by an index and not by a
+/// branch, which random arguments would often take unforeseen.
+struct NumberPairs {
+    alignas(16) double at[2][blockSize];
+};
 
-/// a for a condition of 1, b for 0: without a branch, which random arguments would
-/// often take unforeseen.
-QORKES_INLINE const double* chosen(uint32_t condition, const double* a,
-                                   const double* b) {
-    const uintptr_t from = reinterpret_cast<uintptr_t>(b);
-    const uintptr_t change = from ^ reinterpret_cast<uintptr_t>(a);
-    return reinterpret_cast<const double*>(from ^ (change & (0u - condition)));
+QORKES_INLINE void storeMagnitudes(double* magnitudes, int count, const double* x) {
+    static constexpr DoublePattern mask{magnitudeBits, 0xFFFFFFFF};
+    int i = 0;
+    for (; count - i >= 2; i += 2) {
+        const __m128 pair = _mm_loadu_ps(reinterpret_cast<const float*>(x + i));
+        _mm_store_ps(reinterpret_cast<float*>(magnitudes + i),
+                     _mm_and_ps(pair, mask.load()));
+    }
+    if (i < count) setBits(magnitudes[i], bitsOf(x[i]) & ~(uint64_t{signBit} << 32));
 }
 
 /// (t - arctan(t)) - low - t: what the angle of a base takes on for its ratio t, with

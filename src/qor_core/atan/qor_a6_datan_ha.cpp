@@ -13,21 +13,19 @@ namespace {
 constexpr uint32_t bounds[intervals - 1] = {0x3FDC0000, 0x3FE60000, 0x3FF30000,
                                             0x40038000};
 
-/// t = N / D with N = p - c and D = factor N + q. Here p = |x| and q = 1 + c^2, but in
-/// the last interval p = 0 and q = |x|, which makes it -1 / |x|.
+/// t = N / D with N = p - c and D = factor N + (q + r). Here p = |x|, q = 1 + c^2 and r
+/// = 0, but in the last interval p = q = 0 and r = |x|, which makes it -1 / |x|.
 struct Row {
     double c, factor, q, atanHi, atanLo;
 };
 constexpr struct {
     Row rows[intervals];
-    double zero;
     float signs[2];
 } constants = {{{0, 0, 1, atanHi[0], atanLo[0]},
                 {0.5, 0.5, 1.25, atanHi[1], atanLo[1]},
                 {1, 1, 2, atanHi[2], atanLo[2]},
                 {1.5, 1.5, 3.25, atanHi[3], atanLo[3]},
                 {1, 0, 0, atanHi[4], atanLo[4]}},
-               0,
                {1, -1}};
 
 struct Ratio {
@@ -35,15 +33,18 @@ struct Ratio {
     const Row* row;
 };
 
-QORKES_INLINE void storeRatio(Ratio& ratio, const double& x) {
+QORKES_INLINE void storeRatio(Ratio& ratio, const NumberPairs& x, int i) {
     const auto& k = *inRegister(&constants);
-    const uint32_t magnitude = highWord(x) & magnitudeBits;
-    const uint32_t isLast = isBelow(bounds[3], magnitude);
-    const Row& row =
-        k.rows[isBelow(bounds[0], magnitude) + isBelow(bounds[1], magnitude) +
-               isBelow(bounds[2], magnitude) + isLast];
-    const ext N = __builtin_fabsl(loaded(*chosen(isLast, &k.zero, &x))) - row.c;
-    const ext D = row.factor * N + __builtin_fabsl(loaded(*chosen(isLast, &x, &row.q)));
+    const uint32_t high = highWord(x.at[0][i]);
+    uint32_t interval = intervals - 1;
+    interval -= high < bounds[0] + 1;
+    interval -= high < bounds[1] + 1;
+    interval -= high < bounds[2] + 1;
+    interval -= high < bounds[3] + 1;
+    const uint32_t isLast = interval >> 2;
+    const Row& row = k.rows[interval];
+    const ext N = loaded(x.at[isLast][i]) - row.c;
+    const ext D = row.factor * N + (row.q + loaded(x.at[1 - isLast][i]));
     ratio.t = round64(N / D);
     ratio.row = &row;
 }
@@ -58,9 +59,12 @@ QORKES_INLINE double arctangent(const Ratio& ratio, const double& x) {
 /// In two passes over a block, which keep the chains of dependent operations short.
 QORKES_NOINLINE void arctangents(int n, const double* a, double* y) {
     Ratio ratios[blockSize];
+    NumberPairs numbers;
+    __builtin_memset(numbers.at[1], 0, sizeof numbers.at[1]);
     for (int begin = 0; begin < n; begin += blockSize) {
         const int count = n - begin < blockSize ? n - begin : blockSize;
-        for (int i = 0; i < count; ++i) storeRatio(ratios[i], a[begin + i]);
+        storeMagnitudes(numbers.at[0], count, a + begin);
+        for (int i = 0; i < count; ++i) storeRatio(ratios[i], numbers, i);
         for (int i = 0; i < count; ++i)
             y[begin + i] = arctangent(ratios[i], a[begin + i]);
     }
