@@ -160,12 +160,15 @@ QORKES_COLD void findIntervalsByHighWords(Block& block, int i, const double* b) 
 
 // ---- Ratios ------------------------------------------------------------------------
 
-// Loads are cheaper than registers here: each sum makes its own.
+// Loads are cheaper than registers here: each product makes its own, and the sums take
+// their other number from memory.
 QORKES_INLINE ext numerator(const Point& point) {
-    return loadedHere(*point.p) - loadedHere(*point.q) * loadedHere(point.row->c);
+    const ext product = loadedHere(*point.q) * loadedHere(point.row->c);
+    return *point.p - product;
 }
 QORKES_INLINE ext denominator(const Point& point) {
-    return loadedHere(*point.q) + loadedHere(*point.p) * loadedHere(point.row->c);
+    const ext product = loadedHere(*point.p) * loadedHere(point.row->c);
+    return *point.q + product;
 }
 
 QORKES_INLINE void storeRatio(Ratio& ratio, ext t) {
