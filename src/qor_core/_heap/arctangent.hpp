@@ -33,12 +33,6 @@ static_assert(hasPattern(atanLo[1], 0x3C7A2B7F222F65E2) &&
               hasPattern(atanLo[3], 0x3C7007887AF0CBBD) &&
               hasPattern(atanLo[4], 0x3C91A62633145C07));
 
-/// Two numbers for each element of a block, to be picked by an index and not by a
-/// branch, which random arguments would often take unforeseen.
-struct NumberPairs {
-    alignas(16) double at[2][blockSize];
-};
-
 QORKES_INLINE void storeMagnitudes(double* magnitudes, int count, const double* x) {
     static constexpr DoublePattern mask{magnitudeBits, 0xFFFFFFFF};
     int i = 0;

@@ -9,42 +9,41 @@ using namespace qorkes;
 
 namespace {
 
-/// High words of 0.4375, 0.6875, 1.1875 and 2.4375, after which the intervals begin.
-constexpr uint32_t bounds[intervals - 1] = {0x3FDC0000, 0x3FE60000, 0x3FF30000,
-                                            0x40038000};
-
-/// t = N / D with N = p - c and D = factor N + (q + r). Here p = |x|, q = 1 + c^2 and r
-/// = 0, but in the last interval p = q = 0 and r = |x|, which makes it -1 / |x|.
+/// t = N / D with N = p - c and D = factor N + (q + r). Here p = |x| and r = 0, with
+/// q = 1 + c^2; in the last interval p = 0 and r = |x|, which makes it -1 / |x|. Both
+/// come by an index and not by a branch, which random arguments would often take
+/// unforeseen.
 struct Row {
     double c, factor, q, atanHi, atanLo;
+    uint32_t p, r; // |x| lies blockSize before its zero
 };
 constexpr struct {
     Row rows[intervals];
     float signs[2];
-} constants = {{{0, 0, 1, atanHi[0], atanLo[0]},
-                {0.5, 0.5, 1.25, atanHi[1], atanLo[1]},
-                {1, 1, 2, atanHi[2], atanLo[2]},
-                {1.5, 1.5, 3.25, atanHi[3], atanLo[3]},
-                {1, 0, 0, atanHi[4], atanLo[4]}},
-               {1, -1}};
+    uint32_t bounds[intervals - 1]; // high words of 0.4375, 0.6875, 1.1875 and 2.4375
+} constants = {{{0, 0, 1, atanHi[0], atanLo[0], 0, blockSize},
+                {0.5, 0.5, 1.25, atanHi[1], atanLo[1], 0, blockSize},
+                {1, 1, 2, atanHi[2], atanLo[2], 0, blockSize},
+                {1.5, 1.5, 3.25, atanHi[3], atanLo[3], 0, blockSize},
+                {1, 0, 0, atanHi[4], atanLo[4], blockSize, 0}},
+               {1, -1},
+               {0x3FDC0000, 0x3FE60000, 0x3FF30000, 0x40038000}};
 
 struct Ratio {
     double t;
     const Row* row;
 };
 
-QORKES_INLINE void storeRatio(Ratio& ratio, const NumberPairs& x, int i) {
+QORKES_INLINE void storeRatio(Ratio& ratio, const double* x) {
     const auto& k = *inRegister(&constants);
-    const uint32_t high = highWord(x.at[0][i]);
-    uint32_t interval = intervals - 1;
-    interval -= high < bounds[0] + 1;
-    interval -= high < bounds[1] + 1;
-    interval -= high < bounds[2] + 1;
-    interval -= high < bounds[3] + 1;
-    const uint32_t isLast = interval >> 2;
+    const uint32_t high = highWord(*x);
+    uint32_t interval = k.bounds[0] < high;
+    interval += k.bounds[1] < high;
+    interval += k.bounds[2] < high;
+    interval += k.bounds[3] < high;
     const Row& row = k.rows[interval];
-    const ext N = loaded(x.at[isLast][i]) - row.c;
-    const ext D = row.factor * N + (row.q + loaded(x.at[1 - isLast][i]));
+    const ext N = loaded(x[row.p]) - row.c;
+    const ext D = row.factor * N + (row.q + loaded(x[row.r]));
     ratio.t = round64(N / D);
     ratio.row = &row;
 }
@@ -59,12 +58,12 @@ QORKES_INLINE double arctangent(const Ratio& ratio, const double& x) {
 /// In two passes over a block, which keep the chains of dependent operations short.
 QORKES_NOINLINE void arctangents(int n, const double* a, double* y) {
     Ratio ratios[blockSize];
-    NumberPairs numbers;
-    __builtin_memset(numbers.at[1], 0, sizeof numbers.at[1]);
+    alignas(16) double numbers[2 * blockSize]; // magnitudes, and a zero for each
+    for (int i = 0; i < blockSize && i < n; ++i) numbers[blockSize + i] = 0;
     for (int begin = 0; begin < n; begin += blockSize) {
         const int count = n - begin < blockSize ? n - begin : blockSize;
-        storeMagnitudes(numbers.at[0], count, a + begin);
-        for (int i = 0; i < count; ++i) storeRatio(ratios[i], numbers, i);
+        storeMagnitudes(numbers, count, a + begin);
+        for (int i = 0; i < count; ++i) storeRatio(ratios[i], numbers + i);
         for (int i = 0; i < count; ++i)
             y[begin + i] = arctangent(ratios[i], a[begin + i]);
     }

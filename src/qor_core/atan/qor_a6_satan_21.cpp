@@ -14,13 +14,16 @@ QORKES_INLINE bool areFinite(__m128 x) {
     return _mm_movemask_ps(isFinite) == 0xF;
 }
 
+/// Above 1 the ratio is -1 / |x|, which saves a change of sign.
 QORKES_INLINE __m128 arctangentsOf(__m128 x) {
     const __m128 one = _mm_set1_ps(1.0f), magnitude = magnitudeOf(x);
     const __m128 isLarge = _mm_cmpgt_ps(magnitude, one);
-    const __m128 reciprocal = refinedReciprocal(_mm_max_ps(magnitude, one));
-    const __m128 angle = longArctangent(select(isLarge, reciprocal, magnitude));
-    return _mm_or_ps(select(isLarge, _mm_sub_ps(_mm_set1_ps(flPiDiv2), angle), angle),
-                     signOf(x));
+    const __m128 least = _mm_max_ps(magnitude, one), r = _mm_rcp_ps(least);
+    const __m128 minusReciprocal =
+        _mm_mul_ps(r, _mm_sub_ps(_mm_mul_ps(least, r), _mm_set1_ps(2.0f)));
+    const __m128 angle = longArctangent(select(isLarge, minusReciprocal, magnitude));
+    const __m128 base = _mm_and_ps(isLarge, _mm_set1_ps(flPiDiv2));
+    return _mm_or_ps(_mm_add_ps(base, angle), signOf(x));
 }
 
 QORKES_COLD void scalarArctangents(int count, const float* a, float* y) {
