@@ -65,7 +65,7 @@ struct Block {
     alignas(16) uint32_t row[blockSize];  // in bytes from the first one
     alignas(16) uint32_t swap[blockSize]; // in bytes from |a| to p, from q to |b|
     Ratio ratios[blockSize];
-    bool isProcessors[blockSize / 4];
+    bool isDone[blockSize / 4];
 };
 constexpr uint32_t swapped = offsetof(Block, abscissa) - offsetof(Block, ordinate);
 
@@ -88,22 +88,22 @@ QORKES_INLINE bool isOrdinary(const double& magnitude) {
 }
 
 /// By the high words of bounds, rounded to double, and of |a|.
-QORKES_INLINE uint32_t intervalOf(const double& ordinate, const double& abscissa) {
+QORKES_INLINE Point pointOf(const double& ordinate, const double& abscissa,
+                            const double& b) {
     uint32_t interval = 0;
     for (const float& factor : bounds) {
         const double bound = round64(loaded(abscissa) * factor);
         interval += highWord(bound) < highWord(ordinate);
     }
-    return interval;
+    const Row& row = rows.at[interval][highWord(b) >> 31];
+    if (interval == intervals - 1) return {&row, &abscissa, &ordinate};
+    return {&row, &ordinate, &abscissa};
 }
 
-QORKES_INLINE const Row& rowOf(uint32_t interval, const double& b) {
-    return rows.at[interval][highWord(b) >> 31];
-}
-
-/// The same for four points in single precision; false, and nothing, if a ratio lies
-/// too near to a bound or a magnitude too far out for that. The margin is four steps of
-/// a high word and more than the rounding of both sides, in whatever direction.
+/// The intervals of four points in single precision; false, and nothing, if a ratio
+/// lies too near to a bound or a magnitude too far out for that. The margin is four
+/// steps of a high word and more than the rounding of both sides, in whatever
+/// direction.
 QORKES_INLINE bool findIntervals(Block& block, int i, const double* b) {
     const __m128 ordinate = _mm_load_ps(block.shortOrdinate + i);
     const __m128 abscissa = _mm_load_ps(block.shortAbscissa + i);
@@ -146,18 +146,6 @@ QORKES_INLINE bool findIntervals(Block& block, int i, const double* b) {
     return true;
 }
 
-QORKES_COLD void findIntervalsByHighWords(Block& block, int i, const double* b) {
-    bool isGroupOrdinary = true;
-    for (int k = i; k < i + 4; ++k) {
-        isGroupOrdinary &=
-            isOrdinary(block.ordinate[k]) && isOrdinary(block.abscissa[k]);
-        const uint32_t interval = intervalOf(block.ordinate[k], block.abscissa[k]);
-        block.row[k] = interval * intervalStep + (highWord(b[k]) >> 31) * leftStep;
-        block.swap[k] = interval == intervals - 1 ? swapped : 0;
-    }
-    block.isProcessors[i / 4] = !isGroupOrdinary;
-}
-
 // ---- Ratios ------------------------------------------------------------------------
 
 // Loads are cheaper than registers here: each product makes its own, and the sums take
@@ -176,13 +164,18 @@ QORKES_INLINE void storeRatio(Ratio& ratio, ext t) {
     ratio.low = round64(t - loaded(ratio.high));
 }
 
-QORKES_INLINE void storeFourRatios(Block& block, int i) {
-    const Point p0 = pointAt(block, i), p1 = pointAt(block, i + 1);
-    const Point p2 = pointAt(block, i + 2), p3 = pointAt(block, i + 3);
+QORKES_INLINE FourReciprocals reciprocalsOf(const Point& p0, const Point& p1,
+                                            const Point& p2, const Point& p3) {
     const ext D0 = denominator(p0), D1 = denominator(p1);
     const ext D2 = denominator(p2), D3 = denominator(p3);
     const ext p01 = D0 * D1, p23 = D2 * D3;
-    const FourReciprocals r = reciprocalsOf(D0, D1, D2, D3, p01, p23, p01 * p23);
+    return qorkes::reciprocalsOf(D0, D1, D2, D3, p01, p23, p01 * p23);
+}
+
+QORKES_INLINE void storeFourRatios(Block& block, int i) {
+    const Point p0 = pointAt(block, i), p1 = pointAt(block, i + 1);
+    const Point p2 = pointAt(block, i + 2), p3 = pointAt(block, i + 3);
+    const FourReciprocals r = reciprocalsOf(p0, p1, p2, p3);
     storeRatio(block.ratios[i], r.of0 * numerator(p0));
     storeRatio(block.ratios[i + 1], r.of1 * numerator(p1));
     storeRatio(block.ratios[i + 2], r.of2 * numerator(p2));
@@ -212,6 +205,23 @@ QORKES_COLD void processorsAngles(int count, const double* a, const double* b,
     for (int i = 0; i < count; ++i) y[i] = round64(angleOf(a[i], b[i]));
 }
 
+/// A group that findIntervals leaves: its ratios may be too small for two doubles.
+QORKES_COLD void anglesOfFour(const double* ordinate, const double* abscissa,
+                              const double* a, const double* b, double* y) {
+    for (int k = 0; k < 4; ++k)
+        if (!isOrdinary(ordinate[k]) || !isOrdinary(abscissa[k]))
+            return processorsAngles(4, a, b, y);
+    const Point p0 = pointOf(ordinate[0], abscissa[0], b[0]);
+    const Point p1 = pointOf(ordinate[1], abscissa[1], b[1]);
+    const Point p2 = pointOf(ordinate[2], abscissa[2], b[2]);
+    const Point p3 = pointOf(ordinate[3], abscissa[3], b[3]);
+    const FourReciprocals r = reciprocalsOf(p0, p1, p2, p3);
+    storeAngle(y[0], r.of0 * numerator(p0), *p0.row, a[0]);
+    storeAngle(y[1], r.of1 * numerator(p1), *p1.row, a[1]);
+    storeAngle(y[2], r.of2 * numerator(p2), *p2.row, a[2]);
+    storeAngle(y[3], r.of3 * numerator(p3), *p3.row, a[3]);
+}
+
 /// Whole groups in passes, which keep the chains of dependent operations short.
 QORKES_INLINE void anglesOfBlock(int count, const double* a, const double* b,
                                  double* y) {
@@ -223,17 +233,16 @@ QORKES_INLINE void anglesOfBlock(int count, const double* a, const double* b,
         block.shortAbscissa[i] = round32(loaded(block.abscissa[i]));
     }
     for (int i = 0; i < count; i += 4) {
-        block.isProcessors[i / 4] = false;
-        if (!findIntervals(block, i, b)) [[unlikely]]
-            findIntervalsByHighWords(block, i, b);
+        bool& isDone = block.isDone[i / 4];
+        isDone = !findIntervals(block, i, b);
+        if (isDone) [[unlikely]]
+            anglesOfFour(block.ordinate + i, block.abscissa + i, a + i, b + i, y + i);
     }
     for (int i = 0; i < count; i += 4)
-        if (block.isProcessors[i / 4]) [[unlikely]]
-            processorsAngles(4, a + i, b + i, y + i);
-        else
+        if (!block.isDone[i / 4]) [[likely]]
             storeFourRatios(block, i);
     for (int i = 0; i < count; i += 4) {
-        if (block.isProcessors[i / 4]) [[unlikely]]
+        if (block.isDone[i / 4]) [[unlikely]]
             continue;
         for (int k = i; k < i + 4; ++k)
             storeAngle(y[k], loaded(block.ratios[k].high) + loaded(block.ratios[k].low),
@@ -247,10 +256,7 @@ QORKES_INLINE void angleOfOne(const double& a, const double& b, double& y) {
     storeMagnitudes(&abscissa, 1, &b);
     if (!isOrdinary(ordinate) || !isOrdinary(abscissa)) [[unlikely]]
         return processorsAngles(1, &a, &b, &y);
-    const uint32_t interval = intervalOf(ordinate, abscissa);
-    const bool isLast = interval == intervals - 1;
-    const Point point = {&rowOf(interval, b), isLast ? &abscissa : &ordinate,
-                         isLast ? &ordinate : &abscissa};
+    const Point point = pointOf(ordinate, abscissa, b);
     storeAngle(y, ratioOfOne(point), *point.row, a);
 }
 
