@@ -347,7 +347,8 @@ QORKES_API void _qorsAsin_11(int n, const float* a, float* y);
 
 /* ---- Acos: y = acos(a) -------------------------------------------------------------
  *
- * As Asin, of which pi/2 is the sum. 1 gives +0, and -1 gives pi.
+ * As Asin: pi/2 less the arcsine up to 1/2 in magnitude, beyond it the root times its
+ * series, or pi less that. 1 gives +0, and -1 gives pi.
  */
 QORKES_API void _qordAcos_HA(int n, const double* a, double* y);
 QORKES_API void _qordAcos_50(int n, const double* a, double* y);
@@ -379,9 +380,10 @@ QORKES_API void _qorsAtan_11(int n, const float* a, float* y);
  * zeros and infinities have the angles of the C library's atan2(a, b), and a NaN gives a
  * NaN.
  *
- * Double: a group of four with any number below 2^-1021 or from 2^1020 up in magnitude
- * comes from the processor's arctangent. Float: points with a number below 2^-62 or
- * above 2^62 come from _qorsatan2_scalar. 21 and 11 round as the caller's MXCSR says.
+ * Double: a group of four with any number below 2^-1021 or above 2^1020 in magnitude
+ * comes from the processor's arctangent, and may differ from what its points give
+ * elsewhere in the last place. Float: points with a number below 2^-62 or above 2^62
+ * come from _qorsatan2_scalar. 21 and 11 compute under the caller's MXCSR.
  */
 QORKES_API void _qordAtan2_HA(int n, const double* a, const double* b, double* y);
 QORKES_API void _qordAtan2_50(int n, const double* a, const double* b, double* y);

@@ -21,6 +21,19 @@ constexpr struct {
                0x1.0d60d1986aec6p-5},
               {0x1.333333332dc42p-4, 0x1.f1c71a7cedd43p-6, 0x1.1c49bd43e63f7p-6,
                0x1.755bdefc292c9p-7, 0x1.d768b20a865acp-9, -0x1.5e9019191be85p-6}};
+static_assert(asinPoly.odd[0] == 0.16666666666666766 &&
+              asinPoly.even[0] == 0.074999999999691119 &&
+              asinPoly.odd[1] == 0.044642857176310176 &&
+              asinPoly.even[1] == 0.030381942622367274 &&
+              asinPoly.odd[2] == 0.022372217497400027 &&
+              asinPoly.even[2] == 0.017351565198257615 &&
+              asinPoly.odd[3] == 0.013981401320779028 &&
+              asinPoly.even[3] == 0.011394008521457792 &&
+              asinPoly.odd[4] == 0.010808550956550839 &&
+              asinPoly.even[4] == 0.0035965649924604905 &&
+              asinPoly.odd[5] == 0.021981657843169532 &&
+              asinPoly.even[5] == -0.02139666033730105 &&
+              asinPoly.odd[6] == 0.032883080831508191);
 
 /// acos(1 - w) = sqrt(w) (c0 + c1 w + ... + c12 w^12), for w <= 1/2. The constant term
 /// is a fit, 1.7e-17 off the root of 2.
@@ -34,6 +47,18 @@ constexpr struct {
                0x1.1aa10c6c1972dp-14, 0x1.cb7b004104341p-16, 0x1.752d6d7b6a76ap-17},
               {0x1.02995b4ada56ep-7, 0x1.032e82c4c12c0p-10, 0x1.419e6b35c530ep-13,
                0x1.291f6e4e3284ap-16, -0x1.826ebf7639956p-17}};
+static_assert(edgePoly.linear == 0.11785113019774414 &&
+              edgePoly.even[0] == 0.026516504296011826 &&
+              edgePoly.odd[0] == 0.0078918166888850248 &&
+              edgePoly.even[1] == 0.0026854113315889975 &&
+              edgePoly.odd[1] == 0.00098869965694452222 &&
+              edgePoly.even[2] == 0.00038361039243340597 &&
+              edgePoly.odd[2] == 0.00015335980577248952 &&
+              edgePoly.even[3] == 6.7384027433084386e-05 &&
+              edgePoly.odd[3] == 1.7709897570474227e-05 &&
+              edgePoly.even[4] == 2.7387170352058445e-05 &&
+              edgePoly.odd[4] == -1.1516589193805046e-05 &&
+              edgePoly.even[5] == 1.112155472678444e-05);
 static_assert(hasPattern(edgePoly.constant, 0x3FFF, 0xB504F333F9DE6544));
 
 constexpr ext wideHalfPi = 0xc.90fdaa22168c235p-3L;

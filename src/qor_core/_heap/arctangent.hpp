@@ -16,6 +16,17 @@ constexpr struct {
                0x1.10d58403897a0p-4, 0x1.9785816ac714dp-5, 0x1.0a0140b247b6ep-6},
               {-0x1.999999998e492p-3, -0x1.c71c6fd40e520p-4, -0x1.3b0f1459b9fd4p-4,
                -0x1.ddd7216b6a1b8p-5, -0x1.2ad8f0c29b3cbp-5}};
+static_assert(hasPattern(atanPoly.odd[0], 0x3FD5555555555509) &&
+              hasPattern(atanPoly.even[0], 0xBFC999999998E492) &&
+              hasPattern(atanPoly.odd[1], 0x3FC2492491FDFC9C) &&
+              hasPattern(atanPoly.even[1], 0xBFBC71C6FD40E520) &&
+              hasPattern(atanPoly.odd[2], 0x3FB745CDAE905490) &&
+              hasPattern(atanPoly.even[2], 0xBFB3B0F1459B9FD4) &&
+              hasPattern(atanPoly.odd[3], 0x3FB10D58403897A0) &&
+              hasPattern(atanPoly.even[3], 0xBFADDD7216B6A1B8) &&
+              hasPattern(atanPoly.odd[4], 0x3FA9785816AC714D) &&
+              hasPattern(atanPoly.even[4], 0xBFA2AD8F0C29B3CB) &&
+              hasPattern(atanPoly.odd[5], 0x3F90A0140B247B6E));
 
 /// The angle of an interval's base c, and what its double lacks. The bases are 0, 1/2,
 /// 1, 3/2 and infinity.
@@ -33,6 +44,8 @@ static_assert(hasPattern(atanLo[1], 0x3C7A2B7F222F65E2) &&
               hasPattern(atanLo[3], 0x3C7007887AF0CBBD) &&
               hasPattern(atanLo[4], 0x3C91A62633145C07));
 
+/// The absolute values of `count` numbers, taken in the SSE registers: on the x87 unit
+/// each would cost as much as a product.
 QORKES_INLINE void storeMagnitudes(double* magnitudes, int count, const double* x) {
     static constexpr DoublePattern mask{magnitudeBits, 0xFFFFFFFF};
     int i = 0;

