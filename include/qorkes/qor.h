@@ -171,6 +171,35 @@ QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
 
+/* ---- Cbrt: y = a^(1/3) -------------------------------------------------------------
+ *
+ * Double: table of quadratics for m^(-1/3) and one Newton step (as Sqrt), the exponent
+ * divided by three with a multiplication (Granlund and Montgomery, "Division by invariant
+ * integers using multiplication", 1994). Float: quadratics for m^(1/3) alone. No report.
+ *
+ *   +-0, +-infinity   the argument
+ *   NaN               the NaN, quiet
+ */
+QORKES_API void _qordCbrt_HA(int n, const double* a, double* y);
+QORKES_API void _qordCbrt_50(int n, const double* a, double* y);
+QORKES_API void _qorsCbrt_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCbrt_21(int n, const float* a, float* y);
+QORKES_API void _qorsCbrt_11(int n, const float* a, float* y);
+
+/* ---- InvCbrt: y = a^(-1/3) ---------------------------------------------------------
+ *
+ * As Cbrt; float: quadratics for m^(-1/3).
+ *
+ *   +-0           infinity of the same sign   QOR_STATUS_SING
+ *   +-infinity    zero of the same sign
+ *   NaN           the NaN, quiet
+ */
+QORKES_API void _qordInvCbrt_HA(int n, const double* a, double* y);
+QORKES_API void _qordInvCbrt_50(int n, const double* a, double* y);
+QORKES_API void _qorsInvCbrt_HA(int n, const float* a, float* y);
+QORKES_API void _qorsInvCbrt_21(int n, const float* a, float* y);
+QORKES_API void _qorsInvCbrt_11(int n, const float* a, float* y);
+
 /* ---- Exp: y = e^a ------------------------------------------------------------------
  *
  * Powers of two from tables and a short polynomial in what they leave (Tang,
