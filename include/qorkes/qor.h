@@ -447,6 +447,23 @@ QORKES_API void _qorsAtanh_HA(int n, const float* a, float* y);
 QORKES_API void _qorsAtanh_21(int n, const float* a, float* y);
 QORKES_API void _qorsAtanh_11(int n, const float* a, float* y);
 
+/* ---- Erf: y = erf(a), 2/sqrt(pi) times the integral of exp(-x^2) from 0 to a --------
+ *
+ * A polynomial about the middle of each quarter of a binade (the method of intervals of
+ * Cody, "Rational Chebyshev approximations for the error function", 1969, with
+ * polynomials and more intervals), on the x87 unit at 53 bits; the leading terms of
+ * double are exact (Dekker 1971, as Pow). No report.
+ *
+ *   +-0                                       the argument
+ *   5.9215871957945083 and up in magnitude    1 with the sign of a, infinities included
+ *   NaN                                       the NaN, quiet
+ */
+QORKES_API void _qordErf_HA(int n, const double* a, double* y);
+QORKES_API void _qordErf_50(int n, const double* a, double* y);
+QORKES_API void _qorsErf_HA(int n, const float* a, float* y);
+QORKES_API void _qorsErf_21(int n, const float* a, float* y);
+QORKES_API void _qorsErf_11(int n, const float* a, float* y);
+
 /* ---- Sine, cosine and tangent of one argument --------------------------------------
  *
  * _dSin, _dCos and _dTan are good to little more than half an ulp for every double, in
