@@ -4,6 +4,7 @@
 // extending the available precision", 1971).
 #pragma once
 
+#include <qor_core/_heap/split_rows.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -36,11 +37,6 @@ constexpr uint64_t erfDenormalBelow = 0x000E2DFC48DA77B5; // 1.971920364530142e-
 
 QORKES_INLINE void narrow(double& y, ext value) { y = round64(value); }
 QORKES_INLINE void narrow(float& y, ext value) { y = round32(value); }
-
-/// A value as the sum of two numbers, the second of which the first could not hold.
-struct Parts {
-    ext high, low;
-};
 
 /// x in two parts of 26 bits.
 QORKES_INLINE Parts split(ext x) {
