@@ -178,7 +178,7 @@ void addGenerators(std::vector<GoldenRow>& rows) {
         addMember(rows, generator.name, generator.identifier);
         if (generator.members == 1) continue;
         const int last = generator.members - 1;
-        addMember(rows, generator.name + (":" + std::to_string(last)),
+        addMember(rows, std::string(generator.name) + ":" + std::to_string(last),
                   generator.identifier + last);
     }
 }
