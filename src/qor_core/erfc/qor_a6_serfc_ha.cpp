@@ -23,18 +23,15 @@ constexpr auto _ErrorGate = errorGate<float, _QOR_THISFUNC_NAME>;
 #include "qor_a6_serfc_tables.inc"
 
 struct SingleRow {
-    float centre;
-    float exponent; // of the exponential by which the sum is multiplied, over v^2
-    double c[7];
+    double centre, c[7];
 };
 struct Tables {
     SingleRow rows[14 * erfcParts];
-    double exp2[64];
+    double exp2[64]; // 2^(j/64)
 
     constexpr Tables() : rows{}, exp2{} {
         for (int i = 0; i < 14 * erfcParts; ++i) {
-            rows[i].centre = static_cast<float>(erfcCentre(i));
-            rows[i].exponent = i < static_cast<int>(firstScaledRow) ? 0 : -1;
+            rows[i].centre = erfcCentre(i);
             Wide c[16];
             moveRow(_qorsErfcHATab.rows[i / erfcParts], rows[i].centre, c);
             for (int k = 0; k <= 6; ++k) rows[i].c[k] = static_cast<double>(c[k]);
@@ -48,59 +45,64 @@ constexpr Tables erfcTables;
 
 constexpr double ln2Of64th = static_cast<double>(ext{erfcLn2Hi} + erfcLn2Lo);
 
-/// Between the passes over a block.
-struct Steps {
-    double fourth;   // (1 + v)^4
-    double sum;      // of the row's polynomial
-    double exponent; // -v^2, or 0
-    double shifted;  // the same in units of ln(2)/64, as an integer in the low word
-};
+QORKES_INLINE ext magnitudeOf(const float& x) { return __builtin_fabsl(loaded(x)); }
 
-/// Without a branch for the rows that need no exponential: it would be hard to foresee.
-QORKES_INLINE void sumRow(Steps& steps, ext v, const Tables& tables) {
-    const SingleRow& row = tables.rows[erfcRowOf(steps.fourth)];
+QORKES_INLINE ext sumAt(ext v, const SingleRow& row) {
     const auto& c = row.c;
-    const ext u = v * v * row.exponent;
-    steps.exponent = round64(u);
-    steps.shifted = round64(u * erfcExpScale + erfcExpShifter);
     const ext t = v - row.centre;
-    steps.sum = round64(
-        (((((c[6] * t + c[5]) * t + c[4]) * t + c[3]) * t + c[2]) * t + c[1]) * t +
-        c[0]);
+    return (((((c[6] * t + c[5]) * t + c[4]) * t + c[3]) * t + c[2]) * t + c[1]) * t +
+           c[0];
 }
 
-QORKES_INLINE ext timesExp(const Steps& steps, const Tables& tables) {
-    const uint32_t w = lowWord(steps.shifted);
-    const ext r = steps.exponent - lowWordAsInteger(steps.shifted) * ln2Of64th;
+/// -v^2 in units of ln(2)/64, an integer in the low word.
+QORKES_INLINE double stepsOf(ext v) {
+    return round64(erfcExpShifter - v * v * erfcExpScale);
+}
+
+/// exp(-v^2).
+QORKES_INLINE ext gauss(ext v, const double& steps, const Tables& tables) {
+    const uint32_t w = lowWord(steps);
+    const ext r = lowWordAsInteger(steps) * -ln2Of64th - v * v;
     const ext e = (((erfcExpC4 * r + erfcExpC3) * r + erfcExpC2) * r + 1.0L) * r + 1.0L;
-    return e * steps.sum * tables.exp2[w & 63] * singlePowers.at(w >> 6);
+    return e * tables.exp2[w & 63] * singlePowers.at(w >> 6);
 }
 
-/// What depends on the sign of the argument, negative last: the first magnitude without
-/// a row, and erfc(a) = base + factor erfc(|a|).
-constexpr uint32_t endOfRows[2] = {0x4120DDFC, 0x407547CB}; // 10.0541954, 3.8325069
-constexpr float base[2] = {0, 2}, factor[2] = {1, -1};
-
-constexpr uint32_t rowsFrom = 0x1C800000; // 2^-70
+/// Rows serve magnitudes from 2^-70 to these, the second if the argument is negative.
+constexpr uint32_t rowsFrom = 0x1C800000;
+constexpr uint32_t reach[2] = {0x4120DDFC - rowsFrom,  // 10.0541954
+                               0x407547CB - rowsFrom}; // 3.8325069
 
 QORKES_INLINE bool hasRow(const float& x) {
     const uint32_t bits = bitsOf(x);
-    return (bits & magnitudeBits) - rowsFrom < endOfRows[bits >> 31] - rowsFrom;
+    return (bits & magnitudeBits) - rowsFrom < reach[bits >> 31];
 }
 
-/// The elements before the first one without a row, up to a block of them, in passes
-/// that keep the chains of dependent operations short; returns how many these are.
+/// The elements before the first one without a row, up to a block of them; returns how
+/// many these are. Passes keep the chains of dependent operations short, and a list of
+/// the elements that need an exponential saves a branch that would be hard to foresee.
 QORKES_NOINLINE int elementsWithRow(int n, const float* a, float* y) {
-    Steps steps[blockSize];
-    const int last = n < blockSize ? n : blockSize;
-    int count = 0;
-    for (; count < last && hasRow(a[count]); ++count)
-        steps[count].fourth = fourthPower(1.0L + __builtin_fabsl(a[count]));
     const Tables* tables = inRegister(&erfcTables);
-    for (int i = 0; i < count; ++i) sumRow(steps[i], __builtin_fabsl(a[i]), *tables);
+    double fourth[blockSize], erfc[blockSize], steps[blockSize];
+    int scaled[blockSize];
+    const int last = n < blockSize ? n : blockSize;
+    int count = 0, scaledCount = 0;
+    for (; count < last && hasRow(a[count]); ++count)
+        fourth[count] = fourthPower(1.0L + magnitudeOf(a[count]));
+    for (int i = 0; i < count; ++i) {
+        const uint32_t row = erfcRowOf(fourth[i]);
+        erfc[i] = round64(sumAt(magnitudeOf(a[i]), tables->rows[row]));
+        scaled[scaledCount] = i;
+        scaledCount += row >= firstScaledRow;
+    }
+    for (int k = 0; k < scaledCount; ++k) steps[k] = stepsOf(magnitudeOf(a[scaled[k]]));
+    for (int k = 0; k < scaledCount; ++k) {
+        const int i = scaled[k];
+        erfc[i] = round64(gauss(magnitudeOf(a[i]), steps[k], *tables) * erfc[i]);
+    }
+    constexpr float base[2] = {0, 2}, factor[2] = {1, -1};
     for (int i = 0; i < count; ++i) {
         const uint32_t sign = bitsOf(a[i]) >> 31;
-        y[i] = round32(timesExp(steps[i], *tables) * factor[sign] + base[sign]);
+        y[i] = round32(loaded(erfc[i]) * factor[sign] + base[sign]);
     }
     return count;
 }
