@@ -28,8 +28,7 @@ static_assert(hasPattern(erfC5, 0x3F7565BCC4D1D139));
 static_assert(hasPattern(erfC6, 0xBF4C02B6E14EDCED));
 static_assert(hasPattern(erfC7, 0x3F1F644DD9E75958));
 
-/// Arguments from here on, as words of a double without its sign, belong to other
-/// steps.
+/// Where the steps change: words of a double without its sign.
 constexpr uint32_t erfSeriesFrom = 0x3D700000;            // 2^-40
 constexpr uint32_t erfRowsFrom = 0x3FC00000;              // 1/8
 constexpr uint64_t erfSaturate = 0x4017AFB48DC96628;      // 5.9215871957945083

@@ -54,7 +54,7 @@ QORKES_INLINE Scaled timesGauss(const Parts& g, ext v, const Row (&exp2)[64]) {
     const ext vHigh = round32(v);
     const ext square = vHigh * vHigh; // exact
     double shifted = round64(square * erfcExpScale + erfcExpShifter);
-    asm("" : "+m"(shifted));
+    asm("" : "+m"(shifted)); // stored once, and read there
     const auto steps = -static_cast<int32_t>(lowWord(shifted));
     const ext count = lowWordAsInteger(shifted);
     const ext lead = count * erfcLn2Hi - square; // exact
