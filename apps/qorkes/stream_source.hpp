@@ -29,7 +29,8 @@ struct Jumps {
 
 struct Source {
     std::string generator = "MCG59";
-    std::string seed = "1";
+    std::string seed;
+    std::string dimensions;
     Jumps jumps;
 };
 

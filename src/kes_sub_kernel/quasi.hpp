@@ -6,6 +6,7 @@
 #pragma once
 
 #include <common/bits.hpp>
+#include <kes_sub_kernel/lanes.hpp>
 #include <kes_sub_kernel/stream_record.hpp>
 
 #include <algorithm>
@@ -81,13 +82,72 @@ QORKES_INLINE void deliverComponent(State& state, int n, uint32_t* r) {
 }
 
 template <class State>
-QORKES_INLINE void deliverWholePoints(State& state, int count, uint32_t* r) {
-    const int dimension = state.Dimension;
+QORKES_INLINE uint32_t* deliverOneByOne(State& state, int count, uint32_t* r) {
     for (; count > 0; --count) {
-        std::copy_n(state.Point, dimension, r);
+        r = std::copy_n(state.Point, state.Dimension, r);
         stepPoint(state);
-        r += dimension;
     }
+    return r;
+}
+
+/// `count` times four points, of which the first has an index that 4 divides: the steps
+/// between them are always 0, 1, 0, and then a higher one. Components go four at a
+/// time, the last ones of a point with up to three words more than it has, so the
+/// others of the following point are stored later. What direction numbers are used
+/// again and again is gathered beforehand: those of one step stand far apart in the
+/// state.
+template <class State>
+QORKES_INLINE uint32_t* deliverFours(State& state, int count, uint32_t* r) {
+    constexpr int width = (State::dimensions + 3) / 4 * 4;
+    constexpr int least = 2, often = 5; // steps from one four to the next
+    constexpr int point = 0, first = 1, second = 2, both = 3, further = 4; // rows
+    alignas(16) uint32_t rows[further + often + 1][width];
+    const int dimension = state.Dimension, lastFour = (dimension - 1) & ~3;
+    for (auto& row : rows) std::fill_n(row + lastFour, 4, 0);
+    const auto gather = [&](int step, uint32_t* steps) {
+        for (int d = 0; d < dimension; ++d)
+            steps[d] = state.Direction[d][1] ^ state.Direction[d][step];
+    };
+    for (int d = 0; d < dimension; ++d) {
+        rows[point][d] = state.Point[d];
+        rows[first][d] = state.Direction[d][0];
+        rows[second][d] = state.Direction[d][1];
+        rows[both][d] = rows[first][d] ^ rows[second][d];
+    }
+    for (int i = 0; i < often; ++i) gather(least + i, rows[further + i]);
+    for (; count > 0; --count, r += 4 * dimension) {
+        const int step = stepFrom(state.Counter + 3);
+        state.Counter += 4;
+        const int place = std::min(step - least, often);
+        if (place == often) gather(step, rows[further + often]);
+        const uint32_t* next = rows[further + place];
+        for (int d = lastFour; d >= 0; d -= 4) {
+            const __m128 four = loadFour(rows[point] + d);
+            storeFour(r + d, four);
+            storeFour(r + dimension + d, _mm_xor_ps(four, loadFour(rows[first] + d)));
+            storeFour(r + 2 * dimension + d,
+                      _mm_xor_ps(four, loadFour(rows[both] + d)));
+            storeFour(r + 3 * dimension + d,
+                      _mm_xor_ps(four, loadFour(rows[second] + d)));
+            storeFour(rows[point] + d, _mm_xor_ps(four, loadFour(next + d)));
+        }
+    }
+    std::copy_n(rows[point], dimension, state.Point);
+    return r;
+}
+
+template <class State>
+QORKES_INLINE void deliverWholePoints(State& state, int count, uint32_t* r) {
+    constexpr int many = 16;
+    if (count >= many) {
+        const int last = state.Dimension < 3 ? 3 : 1; // points of three words and more
+        const int begun = static_cast<int>((0 - state.Counter) % 4);
+        const int fours = (count - begun - last) / 4;
+        r = deliverOneByOne(state, begun, r);
+        r = deliverFours(state, fours, r);
+        count -= begun + 4 * fours;
+    }
+    deliverOneByOne(state, count, r);
 }
 
 template <class State>
