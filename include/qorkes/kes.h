@@ -350,10 +350,10 @@ QORKES_API int __kesiBRngMT2203(StreamState* stream, int n, uint32_t* r);
  * Niederreiter, "Implementation and tests of low-discrepancy sequences", ACM
  * Transactions on Modeling and Computer Simulation 2, 1992.
  *
- * All but the next sentences is as with Sobol below. Up to 318 dimensions. A skip of n
- * numbers from inside a point, of which more than those that are left of the point,
- * moves (n - left) / dimensions - 1 points on, where Sobol's adds 1: two points less,
- * and none at all where that is below 1; the component to go on with is the same.
+ * Seed, delivery, selection of a dimension and the state are as with Sobol below, and so
+ * is a skip from the start of a point. A skip from inside a point that leads out of it
+ * goes on two points before the one that Sobol would go on at, or at the present point
+ * where that comes later; the component is the same.
  */
 #define KesNiederrDimensions 318
 

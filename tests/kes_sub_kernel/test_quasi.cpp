@@ -88,6 +88,12 @@ TEST(Sobol, AllDimensionsFollowThePublishedRecurrence) {
     expectMembers(KesBrngSobol, columns);
 }
 
+/// Row 39 of the start numbers, for those that read it there.
+TEST(Sobol, PolynomialsStandBehindTheStartNumbers) {
+    const auto address = [](const void* p) { return reinterpret_cast<uintptr_t>(p); };
+    EXPECT_EQ(address(uSobolIrredPoly), address(uSobolMInit) + 39 * 8 * 4);
+}
+
 /// The order of t modulo the polynomial is 2^degree - 1.
 TEST(Sobol, PolynomialsArePrimitiveAndDiffer) {
     std::set<uint32_t> different;
