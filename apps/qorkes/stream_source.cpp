@@ -30,7 +30,7 @@ Chosen chosenBy(const std::string& text) {
 }
 
 /// The seed words; for points, how many dimensions they have.
-std::vector<uint32_t> wordsOf(const Source& source,
+std::vector<uint32_t> wordsOf(const StreamSource& source,
                               const catalogue::Generator& generator) {
     const auto word = [](const char* option, const std::string& text, int64_t least,
                          int64_t most) {
@@ -95,7 +95,7 @@ void addJumpOptions(CLI::App& command, Jumps& jumps) {
         ->type_name("N");
 }
 
-void addSourceOptions(CLI::App& command, Source& source) {
+void addSourceOptions(CLI::App& command, StreamSource& source) {
     command
         .add_option("--generator", source.generator,
                     "the basic generator; default: MCG59")
@@ -110,7 +110,7 @@ void addSourceOptions(CLI::App& command, Source& source) {
     addJumpOptions(command, source.jumps);
 }
 
-Stream newStream(const Source& source) {
+Stream newStream(const StreamSource& source) {
     const auto [generator, identifier] = chosenBy(source.generator);
     const std::vector<uint32_t> seed = wordsOf(source, generator);
 
