@@ -18,12 +18,6 @@ QORKES_INLINE __m128 magnitudeOf(__m128 x) {
     return _mm_andnot_ps(_mm_set1_ps(-0.0f), x);
 }
 
-/// 1/x from the processor's estimate and one Newton step.
-QORKES_INLINE __m128 refinedReciprocal(__m128 x) {
-    const __m128 r = _mm_rcp_ps(x);
-    return _mm_mul_ps(r, _mm_sub_ps(_mm_set1_ps(2.0f), _mm_mul_ps(x, r)));
-}
-
 /// c0 + c1 x + ... by Horner's rule.
 QORKES_INLINE __m128 polynomial(__m128, float c0) { return _mm_set1_ps(c0); }
 template <class... Rest>

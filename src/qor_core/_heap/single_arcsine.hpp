@@ -29,6 +29,12 @@ QORKES_INLINE __m128 where(__m128 mask, float value) {
     return _mm_and_ps(mask, _mm_set1_ps(value));
 }
 
+/// 1/x from the processor's estimate and one Newton step.
+QORKES_INLINE __m128 refinedReciprocal(__m128 x) {
+    const __m128 r = _mm_rcp_ps(x);
+    return _mm_mul_ps(r, _mm_sub_ps(_mm_set1_ps(2.0f), _mm_mul_ps(x, r)));
+}
+
 /// high + low is the arcsine of |x|, or in the lanes of isEdge the arccosine.
 struct ArcsineParts {
     __m128 isEdge, high, low;

@@ -47,7 +47,7 @@ QORKES_INLINE __m128 anglesOfPoints(__m128 a, __m128 b) {
     const __m128 tLow = _mm_sub_ps(t, tHigh), DLow = _mm_sub_ps(D, DHigh);
     const __m128 remainder =
         lessProduct(lessProduct(N, tHigh, DHigh, DLow), tLow, DHigh, DLow);
-    const __m128 tRest = _mm_mul_ps(remainder, _mm_rcp_ps(D));
+    const __m128 tRest = _mm_div_ps(remainder, D);
 
     const __m128 series = _mm_add_ps(arctangentLessRatio(t), tRest);
     const __m128 rest = _mm_add_ps(_mm_add_ps(series, t), angleLowOf(lanes));
