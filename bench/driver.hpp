@@ -36,6 +36,7 @@ struct SetUp {
     std::function<void()> make;
 };
 
+std::vector<Row> distributionRows();
 std::vector<Row> kernelRows();
 std::vector<Row> streamRows();
 std::vector<SizedRow> signalRows();

@@ -1,13 +1,6 @@
 // The rows for streams: raw words and uniform numbers of a generator against those of a
 // peer's.
-#include "driver.hpp"
-#include "peers.hpp"
-
-#include <qorkes/kes.h>
-
-#include <memory>
-#include <stdexcept>
-#include <string_view>
+#include "drawing.hpp"
 
 namespace qorkes::bench {
 namespace {
@@ -67,55 +60,25 @@ template <> struct Kind<float> {
 template <class T> using PeerList = std::span<const StreamPeer<T>> Peers::*;
 
 template <class T>
-const StreamPeer<T>& peerOf(const Peers& peers, PeerList<T> list, const char* name) {
-    for (const StreamPeer<T>& peer : peers.*list)
-        if (peer.name == std::string_view(name)) return peer;
-    throw std::logic_error("a row without a peer: " + std::string(name));
-}
-
-/// A stream seeded with one word, and room for n numbers.
-template <class T> struct Drawing {
-    StreamState* stream = nullptr;
-    std::vector<T> numbers;
-
-    Drawing(int brng, std::uint32_t seed, int n)
-        : numbers(static_cast<std::size_t>(n)) {
-        if (__kesNewStreamEx(&stream, brng, 1, &seed) != KesStatusOk)
-            throw std::runtime_error("a stream could not be made");
-    }
-    ~Drawing() { __kesDeleteStream(&stream); }
-    Drawing(const Drawing&) = delete;
-    Drawing& operator=(const Drawing&) = delete;
-};
-
-template <class T>
-Contest prepare(const Pair& pair, PeerList<T> list, std::uint32_t seed, int n) {
-    const auto drawing = std::make_shared<Drawing<T>>(pair.brng, seed, n);
-    const auto fill = [=](const StreamPeer<T>& peer) {
-        return [=, f = peer.fill] { f(n, drawing->numbers.data()); };
-    };
-    const auto ours = [=] {
-        Kind<T>::draw(drawing->stream, n, drawing->numbers.data());
-    };
-    return {ours, fill(peerOf(x87Peers(), list, pair.peer)),
-            fill(peerOf(sse2Peers(), list, pair.peer))};
+Row rowOf(const Pair& pair, const std::string& arguments, PeerList<T> peers,
+          std::uint32_t seed) {
+    return {std::string(Kind<T>::name) + pair.ours, arguments, pair.peer,
+            [&pair, peers, seed](int n) {
+                return drawingContest<T>(n, pair.brng, seed, Kind<T>::draw, peers,
+                                         pair.peer);
+            }};
 }
 
 template <class T> void addRows(std::vector<Row>& rows, std::span<const Pair> pairs) {
     for (const Pair& pair : pairs)
-        rows.push_back(
-            {std::string(Kind<T>::name) + pair.ours, Kind<T>::range, pair.peer,
-             [&pair](int n) { return prepare<T>(pair, Kind<T>::peers, 1, n); }});
+        rows.push_back(rowOf<T>(pair, Kind<T>::range, Kind<T>::peers, 1));
 }
 
 void addPoints(std::vector<Row>& rows) {
     for (const Pair& pair : pointTable)
-        rows.push_back({std::string("double ") + pair.ours,
-                        std::to_string(quasiDimensions) + " dimensions", pair.peer,
-                        [&pair](int n) {
-                            return prepare<double>(pair, &Peers::points,
-                                                   quasiDimensions, n);
-                        }});
+        rows.push_back(rowOf<double>(pair,
+                                     std::to_string(quasiDimensions) + " dimensions",
+                                     &Peers::points, quasiDimensions));
 }
 
 } // namespace

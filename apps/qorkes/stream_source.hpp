@@ -28,7 +28,7 @@ struct Jumps {
 };
 
 struct StreamSource {
-    std::string generator = "MCG59";
+    std::string generator = "MT19937";
     std::string seed; // empty: 1
     Jumps jumps;
     std::string dimensions; // of points; empty: 1
