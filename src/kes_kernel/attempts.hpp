@@ -1,0 +1,60 @@
+// Rejection in blocks of attempts, each of two uniforms. A whole block goes through the
+// vector kernels before its attempts are decided: one number at a time they take
+// several times as long, and give the same bits.
+#pragma once
+
+#include <kes_kernel/frame.hpp>
+
+#include <cstring>
+#include <limits>
+
+namespace qorkes {
+
+constexpr int attemptsOfBlock = 512;
+
+/// Attempts in succession without a variate after which parameters are taken to have
+/// none: about a second of work. Legal parameters need a few.
+constexpr int patience = 1 << 24;
+
+/// One number for each attempt of a block.
+template <class T> using OfBlock = T[attemptsOfBlock];
+
+/// The accepted ones of x, side by side in their order; returns how many they are. It
+/// does not branch, since nobody could predict it.
+template <class T, class Accepts>
+QORKES_INLINE int gather(int count, T* x, Accepts&& accepts) {
+    int accepted = 0;
+    for (int k = 0; k < count; ++k) {
+        const T candidate = x[k];
+        const bool accept = accepts(k);
+        x[accepted] = candidate;
+        accepted += accept;
+    }
+    return accepted;
+}
+
+/// n variates to r by blocks of as many attempts as variates are missing, so that no
+/// uniform is drawn in vain. `propose(count, u, next)` makes candidates x of uniforms:
+/// attempt k has those at 2k and 2k + 1, and `next` is where the next variates go.
+/// `accepts(k)` decides on x[k]. Where patience ends, what is missing becomes NaN.
+template <class T, class Propose, class Accepts>
+QORKES_INLINE int byAttempts(StreamState* stream, int n, T* r, T* x, Propose&& propose,
+                             Accepts&& accepts) {
+    T u[2 * attemptsOfBlock];
+    int status = KesStatusOk;
+    for (int i = 0, inVain = 0; i < n;) {
+        const int count = n - i < attemptsOfBlock ? n - i : attemptsOfBlock;
+        status = uniforms(stream, 2 * count, u);
+        if (failed(status)) return status;
+        propose(count, u, r + i);
+        const int accepted = gather(count, x, accepts);
+        std::memcpy(r + i, x, static_cast<std::size_t>(accepted) * sizeof *r);
+        i += accepted;
+        inVain = accepted ? 0 : inVain + count;
+        if (inVain < patience) continue;
+        for (; i < n; ++i) r[i] = std::numeric_limits<T>::quiet_NaN();
+    }
+    return status;
+}
+
+} // namespace qorkes
