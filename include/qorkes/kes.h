@@ -494,9 +494,29 @@ QORKES_API int _kessRngBeta(int method, StreamState* stream, int n, float* r, fl
 
 /* ---- Distribution Binomial ----------------------------------------------------- */
 
-/* ---- Distribution Cauchy ------------------------------------------------------- */
+/* ---- Distribution Cauchy ----------------------------------------------------------
+ *
+ * Density 1 / (pi beta (1 + z^2)), z = (x - a) / beta: centre a, scale beta > 0. No
+ * moments. a + beta tan(v), v uniform on [-pi/2, pi/2), by _qordTan_50 or _qorsTan_21:
+ * the inverse of the distribution function (von Neumann 1951). One uniform a variate.
+ */
+QORKES_API int _kesdRngCauchy(int method, StreamState* stream, int n, double* r,
+                              double a, double beta);
+QORKES_API int _kessRngCauchy(int method, StreamState* stream, int n, float* r, float a,
+                              float beta);
 
-/* ---- Distribution Exponential -------------------------------------------------- */
+/* ---- Distribution Exponential -----------------------------------------------------
+ *
+ * Density exp(-(x - a) / beta) / beta for x >= a: displacement a, scale beta > 0; mean
+ * a + beta, deviation beta. a - beta ln(u), u uniform on [0, 1), by Ln HA: the inverse
+ * of the distribution function (von Neumann, "Various techniques used in connection
+ * with random digits", 1951). One uniform a variate; u = 0 gives an infinity. Rounding
+ * may put a double below a; floats are held at a.
+ */
+QORKES_API int _kesdRngExponential(int method, StreamState* stream, int n, double* r,
+                                   double a, double beta);
+QORKES_API int _kessRngExponential(int method, StreamState* stream, int n, float* r,
+                                   float a, float beta);
 
 /* ---- Distribution Gamma -----------------------------------------------------------
  *
@@ -529,25 +549,116 @@ QORKES_API int _kesdRngGamma(int method, StreamState* stream, int n, double* r,
 QORKES_API int _kessRngGamma(int method, StreamState* stream, int n, float* r,
                              float alpha, float a, float beta);
 
-/* ---- Distribution Gaussian ----------------------------------------------------- */
+/* ---- Distribution Gaussian --------------------------------------------------------
+ *
+ * Density exp(-z^2 / 2) / (sigma sqrt(2 pi)), z = (x - a) / sigma: mean a, deviation
+ * sigma > 0. The transform of Box and Muller, "A note on the generation of random
+ * normal deviates", Annals of Mathematical Statistics 29, 1958: of two uniforms u, v
+ * follow sqrt(-2 ln(u)) sin(2 pi v) and sqrt(-2 ln(u)) cos(2 pi v), which are
+ * independent. By Ln HA and Sqrt HA; Sin, Cos, SinCos HA for doubles and 21 for floats.
+ *
+ *   method 0   the sine value alone: two uniforms a variate, nothing kept
+ *   method 1   the sine value, then the cosine value: two uniforms for two variates
+ *
+ * Other methods are not refused; they lead astray. Uniforms are drawn in blocks of
+ * 1024; method 0 ends with a draw of what is left, even if that is none. Method 1 keeps
+ * the two uniforms of a pair whose cosine value is still to come with the stream (chunk
+ * 2, floats chunk 1, where -1 stands for none), and begins the next call with it: the
+ * sequence is the same in whatever calls it is drawn. n = 0 must not be asked of it: it
+ * writes two variates when one is kept. KesStatusNoMemory if the chunk cannot be made.
+ * A draw that fails leaves numbers that are not scaled, and with method 1 a chunk that
+ * no longer holds uniforms.
+ */
+QORKES_API int _kesdRngGaussian(int method, StreamState* stream, int n, double* r,
+                                double a, double sigma);
+QORKES_API int _kessRngGaussian(int method, StreamState* stream, int n, float* r,
+                                float a, float sigma);
 
-/* ---- Distribution GaussianMV --------------------------------------------------- */
+/* ---- Distribution GaussianMV ------------------------------------------------------
+ *
+ * n vectors of dimen elements, one after another: normal with the mean vector a and the
+ * covariance matrix T T', for which the caller gives a lower triangular T, such as the
+ * factor of Cholesky. Each is a + T z with z from Gaussian by the same method (Scheuer
+ * and Stoller, "On the generation of normal random vectors", Technometrics 4, 1962);
+ * the product is summed column by column, doubles rounded once for each term. dimen = 1
+ * is Gaussian with a[0] and t[0].
+ *
+ *   KesMatrixStorageFull       dimen rows of dimen; nothing above the diagonal is read
+ *   KesMatrixStoragePacked     the columns of the triangle, each from the diagonal down
+ *   KesMatrixStorageDiagonal   the diagonal alone
+ *   another number             r keeps standard normal numbers; no failure
+ *
+ * Full and packed factors need an array of dimen elements from malloc: r keeps standard
+ * normal numbers when there is none (KesStatusNoMemory).
+ */
+#define KesMatrixStorageFull     0
+#define KesMatrixStoragePacked   1
+#define KesMatrixStorageDiagonal 2
+
+QORKES_API int _kesdRngGaussianMV(int method, StreamState* stream, int n, double* r,
+                                  int dimen, int mstorage, const double* a,
+                                  const double* t);
+QORKES_API int _kessRngGaussianMV(int method, StreamState* stream, int n, float* r,
+                                  int dimen, int mstorage, const float* a,
+                                  const float* t);
 
 /* ---- Distribution Geometric ---------------------------------------------------- */
 
-/* ---- Distribution Gumbel ------------------------------------------------------- */
+/* ---- Distribution Gumbel ----------------------------------------------------------
+ *
+ * Density exp(z - exp(z)) / beta, z = (x - a) / beta: the limit law of smallest values
+ * (Gumbel, "Statistics of extremes", 1958), mode a, scale beta > 0; mean a - 0.57722
+ * beta, deviation pi beta / sqrt(6). a + beta ln(e) by Ln HA, e from Exponential with 0
+ * and 1. One uniform a variate; a float e of 0 gives -infinity.
+ */
+QORKES_API int _kesdRngGumbel(int method, StreamState* stream, int n, double* r,
+                              double a, double beta);
+QORKES_API int _kessRngGumbel(int method, StreamState* stream, int n, float* r, float a,
+                              float beta);
 
 /* ---- Distribution Hypergeometric ----------------------------------------------- */
 
-/* ---- Distribution Laplace ------------------------------------------------------ */
+/* ---- Distribution Laplace ---------------------------------------------------------
+ *
+ * Density exp(-abs(x - a) / beta) / (2 beta): mean a, deviation sqrt(2) beta, beta > 0.
+ * a -+ beta ln(u) by Ln HA, below a when a second uniform is above 0.5 (Devroye, "Non-
+ * uniform random variate generation", 1986). Two uniforms a variate, u first, drawn in
+ * blocks of 2048; the last draw is of what is left, even if that is none.
+ */
+QORKES_API int _kesdRngLaplace(int method, StreamState* stream, int n, double* r,
+                               double a, double beta);
+QORKES_API int _kessRngLaplace(int method, StreamState* stream, int n, float* r,
+                               float a, float beta);
 
-/* ---- Distribution Lognormal ---------------------------------------------------- */
+/* ---- Distribution Lognormal -------------------------------------------------------
+ *
+ * b + beta exp(z), z normal with mean a and deviation sigma > 0: density
+ * exp(-(ln((x - b) / beta) - a)^2 / (2 sigma^2)) / (sigma sqrt(2 pi) (x - b)) for x >
+ * b; mean b + beta exp(a + sigma^2 / 2) (Aitchison and Brown, "The lognormal
+ * distribution", 1957). z is Gaussian by method 1, with what is said there of pairs,
+ * chunks and n = 0; then Exp HA.
+ */
+QORKES_API int _kesdRngLognormal(int method, StreamState* stream, int n, double* r,
+                                 double a, double sigma, double b, double beta);
+QORKES_API int _kessRngLognormal(int method, StreamState* stream, int n, float* r,
+                                 float a, float sigma, float b, float beta);
 
 /* ---- Distribution Negbinomial -------------------------------------------------- */
 
 /* ---- Distribution Poisson, PoissonV -------------------------------------------- */
 
-/* ---- Distribution Rayleigh ----------------------------------------------------- */
+/* ---- Distribution Rayleigh --------------------------------------------------------
+ *
+ * Density 2 z exp(-z^2) / beta, z = (x - a) / beta, for x >= a: displacement a, scale
+ * beta > 0; mean a + beta sqrt(pi) / 2, deviation beta sqrt(1 - pi/4). The scale is
+ * sqrt(2) times that of the usual form. a + beta sqrt(-ln(u)), u uniform on [0, 1), by
+ * Ln HA and Sqrt HA: the inverse of the distribution function (von Neumann 1951). One
+ * uniform a variate; u = 0 gives an infinity.
+ */
+QORKES_API int _kesdRngRayleigh(int method, StreamState* stream, int n, double* r,
+                                double a, double beta);
+QORKES_API int _kessRngRayleigh(int method, StreamState* stream, int n, float* r,
+                                float a, float beta);
 
 /* ---- Distribution Uniform ---------------------------------------------------------
  *
@@ -565,9 +676,36 @@ QORKES_API int _kessRngUniform(int method, StreamState* stream, int n, float* r,
  */
 QORKES_API int _kesiRngUniformBits(int method, StreamState* stream, int n, uint32_t* r);
 
-/* ---- Distribution Weibull ------------------------------------------------------ */
+/* ---- Distribution Weibull ---------------------------------------------------------
+ *
+ * Density alpha z^(alpha - 1) exp(-z^alpha) / beta, z = (x - a) / beta, for x >= a:
+ * shape alpha > 0, displacement a, scale beta > 0 (Weibull, "A statistical distribution
+ * function of wide applicability", Journal of Applied Mechanics 18, 1951); mean
+ * a + beta gamma(1 + 1/alpha). a + beta (-ln(u))^(1/alpha), u uniform on [0, 1), by Ln
+ * HA and Powx HA: the inverse of the distribution function. One uniform a variate; u =
+ * 0 gives an infinity.
+ */
+QORKES_API int _kesdRngWeibull(int method, StreamState* stream, int n, double* r,
+                               double alpha, double a, double beta);
+QORKES_API int _kessRngWeibull(int method, StreamState* stream, int n, float* r,
+                               float alpha, float a, float beta);
 
-/* ---- Scalar helpers ------------------------------------------------------------ */
+/* ---- Scalar helpers ---------------------------------------------------------------
+ *
+ * One number at a time, for callers; no distribution of the library uses them. They
+ * compute at the precision of the caller's x87 control word.
+ *
+ *   __kesdLn      ln(x) by rows of 256 and a polynomial (Tang, "Table-driven
+ *                 implementation of the logarithm function", ACM Transactions on
+ *                 Mathematical Software 16, 1990); -infinity of +-0, a NaN below 0
+ *   __kessLn      the same, rounded to float
+ *   __kesdFloor   the greatest integer not above x; -0 of -0
+ *   __kesdSqrt    the square root of the x87 unit
+ */
+QORKES_API double __kesdLn(double x);
+QORKES_API float __kessLn(float x);
+QORKES_API double __kesdFloor(double x);
+QORKES_API double __kesdSqrt(double x);
 
 /* ---- Tasks: convolution and correlation ---------------------------------------- */
 
