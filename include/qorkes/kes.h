@@ -485,7 +485,7 @@ QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
  *
  * If a draw fails, r holds the variates so far, in [0, 1], and may hold uniforms behind
  * them. Shapes that are so small that both powers always underflow, and illegal ones,
- * would never give a variate: after 2^24 attempts in vain the rest of r becomes NaN.
+ * would never give a variate: after 2^20 attempts in vain the rest of r becomes NaN.
  */
 QORKES_API int _kesdRngBeta(int method, StreamState* stream, int n, double* r, double p,
                             double q, double a, double beta);
@@ -542,7 +542,7 @@ QORKES_API int _kessRngExponential(int method, StreamState* stream, int n, float
  * If a draw fails, r holds the variates so far, without displacement and scale, and an
  * attempt that waited is lost. KesStatusNoMemory if there is none for the chunk. Shapes
  * of 0 and below take the last way as they are; where that never gives a variate, the
- * rest of r becomes NaN after 2^24 attempts in vain.
+ * rest of r becomes NaN after 2^20 attempts in vain.
  */
 QORKES_API int _kesdRngGamma(int method, StreamState* stream, int n, double* r,
                              double alpha, double a, double beta);

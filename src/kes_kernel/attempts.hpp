@@ -13,8 +13,8 @@ namespace qorkes {
 constexpr int attemptsOfBlock = 512;
 
 /// Attempts in succession without a variate after which parameters are taken to have
-/// none: about a second of work. Legal parameters need a few.
-constexpr int patience = 1 << 24;
+/// none: about a second of work, where legal parameters need a few attempts.
+constexpr int patience = 1 << 20;
 
 /// One number for each attempt of a block.
 template <class T> using OfBlock = T[attemptsOfBlock];

@@ -37,7 +37,7 @@ QORKES_INLINE void scaleMirrored(int n, float* r, float factor, float shift) {
 /// Powers x and y of two uniforms under the condition x + y <= 1: Johnk (1964).
 template <class T> int _Johnk(StreamState* stream, int n, T* r, T p, T q) {
     constexpr const auto& tab = betaTab(T());
-    const ext ip = tab.one / ext{p}, iq = tab.one / ext{q};
+    const ext ip = 1.0L / p, iq = 1.0L / q;
     OfBlock<T> x;
     OfBlock<bool> accepted;
     return byAttempts(
@@ -181,7 +181,7 @@ template <class T> int powersOfUniforms(StreamState* stream, int n, T* r, T shap
 }
 
 template <class T>
-int betaVariates(StreamState* stream, int n, T* r, T p, T q, T a, T beta) {
+QORKES_INLINE int betas(StreamState* stream, int n, T* r, T p, T q, T a, T beta) {
     constexpr const auto& tab = betaTab(T());
     int status;
     bool mirrored = false;

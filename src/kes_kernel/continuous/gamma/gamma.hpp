@@ -3,7 +3,8 @@
 
 #include <common/bits.hpp>
 #include <kes_kernel/attempts.hpp>
-#include <kes_kernel/kernels.hpp>
+#include <kes_kernel/continuous/exponential/exponential.hpp>
+#include <kes_kernel/continuous/gaussian/gaussian.hpp>
 
 namespace qorkes {
 
@@ -22,33 +23,35 @@ static_assert(hasPattern(_kesdGAMMATab.squeeze, 0x3FA0F27BB2FEC56D));
 static_assert(hasPattern(_kesdGAMMATab.border, 0x3FE3333333333333));
 static_assert(hasPattern(_kesdGAMMATab.twoPi, 0x401921FB54442D18));
 
-constexpr const auto& gammaTab(double) { return _kesdGAMMATab; }
-constexpr const auto& gammaTab(float) { return _kessGAMMATab; }
+/// What differs by the type of number: the constants, and the chunk of the attempt that
+/// waits.
+template <class T> struct GammaTraits;
+template <> struct GammaTraits<double> {
+    static constexpr const auto& tab = _kesdGAMMATab;
+    static constexpr int chunk = 7;
+};
+template <> struct GammaTraits<float> {
+    static constexpr const auto& tab = _kessGAMMATab;
+    static constexpr int chunk = 8;
+};
 
 // ---- Shapes above 1 -----------------------------------------------------------------
 
 constexpr int pairsOfBlock = attemptsOfBlock / 2;
 
-/// Normals y, two of each pair of uniforms: c is for their radius, b for their angle.
-/// Box and Muller (1958). Both arrays serve as scratch.
-template <class T> void _BoxMuller2(int pairs, T* c, T* b, T* y) {
+/// Normals y, two of each pair of uniforms: c is for their distance, b for their angle.
+/// Both arrays serve as scratch.
+template <class T> QORKES_INLINE void _BoxMuller2(int pairs, T* c, T* b, T* y) {
     T s[pairsOfBlock];
-    for (int i = 0; i < pairs; ++i) store(b[i], ext{b[i]} * gammaTab(T()).twoPi);
+    multiply(pairs, b, GammaTraits<T>::tab.twoPi);
     quickSineCosine(pairs, b, s, b);
-    logarithm(pairs, c, c);
-    for (int i = 0; i < pairs; ++i) store(c[i], -(ext{c[i]} + c[i]));
-    squareRoot(pairs, c, c);
-    for (int i = 0; i < pairs; ++i) {
-        store(y[2 * i], ext{c[i]} * s[i]);
-        store(y[2 * i + 1], ext{c[i]} * b[i]);
-    }
+    distances(pairs, c);
+    bothValues(pairs, c, s, b, y);
 }
 
 /// An attempt that waits for the next call: a uniform, below 0 if none waits, and a
 /// normal.
 template <class T> struct CarriedAttempt { T U, X; };
-constexpr int carriedChunk(double) { return 7; }
-constexpr int carriedChunk(float) { return 8; }
 
 /// The uniforms and normals of a round; uniforms are drawn to A before every other one
 /// of them becomes a normal. One attempt more than a block has may be carried.
@@ -60,7 +63,7 @@ template <class T> struct Round {
 /// third make two normals, the second and the fourth stand beside them.
 template <class T> int drawAttempts(StreamState* stream, int m, T* A, T* B) {
     const int status =
-        uniforms(stream, 2 * m, A, gammaTab(T()).zero, gammaTab(T()).one);
+        uniforms(stream, 2 * m, A, GammaTraits<T>::tab.zero, GammaTraits<T>::tab.one);
     if (failed(status)) return status;
     T radii[pairsOfBlock], angles[pairsOfBlock];
     pick(m / 2, A, 4, radii);
@@ -76,52 +79,61 @@ template <class T> QORKES_COLD bool isBelowRatio(T u, ext xx, ext v, ext d) {
     T pair[2] = {u, {}};
     store(pair[1], v);
     logarithm(2, pair, pair);
-    return gammaTab(T()).half * xx + (gammaTab(T()).one + ext{pair[1]} - v) * d >
+    return GammaTraits<T>::tab.half * xx +
+               (GammaTraits<T>::tab.one + ext{pair[1]} - v) * d >
            pair[0];
 }
 
-/// A cube of a normal for shapes above 1: Marsaglia and Tsang (2000). A round makes as
-/// many attempts as variates are missing, up to a block of them; one that is left over,
-/// since normals come in pairs, waits in a chunk of the stream.
+/// The cubes of a round's normals that are accepted, to r; returns how many they are.
+template <class T>
+int takeCubes(int attempts, const Round<T>& round, T c, ext d, T* r) {
+    constexpr const auto& tab = GammaTraits<T>::tab;
+    int accepted = 0;
+    for (int k = 0; k < attempts; ++k) {
+        const ext x = round.B[k], t = x * c + tab.one;
+        if (t <= tab.zero) continue;
+        const ext v = t * t * t, xx = x * x;
+        if (round.A[k] < tab.one - tab.squeeze * xx * xx ||
+            isBelowRatio(round.A[k], xx, v, d))
+            store(r[accepted++], v * d);
+    }
+    return accepted;
+}
+
+/// Cubes of normals: Marsaglia and Tsang (2000). A round makes as many attempts as
+/// variates are missing, up to a block of them; one that is left over, since normals
+/// come in pairs, waits in a chunk of the stream.
 template <class T> int _Marsaglia(StreamState* stream, int n, T* r, T alpha) {
-    constexpr const auto& tab = gammaTab(T());
-    const ext d = ext{alpha} - tab.third;
+    const ext d = ext{alpha} - GammaTraits<T>::tab.third;
     T c;
-    store(c, tab.one / (ext{alpha} * 9.0L - 3.0L));
+    store(c, 1.0L / (ext{alpha} * 9.0L - 3.0L));
     c = squareRootOf(c);
     CarriedAttempt<T>* waiting;
-    int status = chunkOf(stream, carriedChunk(T()), waiting, {-1, 0});
+    int status = chunkOf(stream, GammaTraits<T>::chunk, waiting, {-1, 0});
     if (failed(status)) return status;
 
     Round<T> round;
-    const int waits = waiting->U >= tab.zero;
-    if (waits) {
+    int carried = 0;
+    if (waiting->U >= 0) {
         round.A[0] = waiting->U;
         round.B[0] = waiting->X;
         waiting->U = -1;
+        carried = 1;
     }
-    int carried = waits;
     for (int i = 0; i < n;) {
         const int left = n - i, need = left - carried;
-        const bool last = need < attemptsOfBlock;
-        const int attempts = last ? left : attemptsOfBlock;
-        const int m = last ? need + (need & 1) : attemptsOfBlock;
+        const bool isLast = need < attemptsOfBlock;
+        const int attempts = isLast ? left : attemptsOfBlock;
+        const int m = isLast ? need + (need & 1) : attemptsOfBlock;
         if (m != 0) {
             status = drawAttempts(stream, m, round.A + carried, round.B + carried);
             if (failed(status)) return status;
         }
-        for (int k = 0; k < attempts; ++k) {
-            const ext x = round.B[k], t = x * c + tab.one;
-            if (t <= tab.zero) continue;
-            const ext v = t * t * t, xx = x * x;
-            if (round.A[k] < tab.one - tab.squeeze * xx * xx ||
-                isBelowRatio(round.A[k], xx, v, d))
-                store(r[i++], v * d);
-        }
-        const int over = carried + m - 1;
-        carried = attempts <= over;
-        round.A[0] = round.A[over];
-        round.B[0] = round.B[over];
+        i += takeCubes(attempts, round, c, d, r + i);
+        const int last = carried + m - 1;
+        carried = attempts <= last;
+        round.A[0] = round.A[last];
+        round.B[0] = round.B[last];
     }
     if (carried) *waiting = {round.A[0], round.B[0]};
     return status;
@@ -129,16 +141,11 @@ template <class T> int _Marsaglia(StreamState* stream, int n, T* r, T alpha) {
 
 // ---- Shapes below 1 -----------------------------------------------------------------
 
-template <class T> void negate(int n, T* r) {
-    for (int i = 0; i < n; ++i) r[i] = -r[i];
-}
-
 /// Below a Weibull envelope, for shapes not much below 1: Vaduva (1977).
 template <class T> int _Vaduva(StreamState* stream, int n, T* r, T alpha) {
-    constexpr const auto& tab = gammaTab(T());
-    const ext rest = tab.one - ext{alpha};
+    const ext rest = 1.0L - alpha;
     T ia, top;
-    store(ia, tab.one / ext{alpha});
+    store(ia, 1.0L / alpha);
     store(top, alpha / rest * logarithmOf(alpha));
     const ext w = rest * exponentialOf(top);
     OfBlock<T> E1, E2, W;
@@ -157,8 +164,7 @@ template <class T> int _Vaduva(StreamState* stream, int n, T* r, T alpha) {
 /// For small shapes: a power of a variate of the exponential power distribution, which
 /// is a uniform below 1 - alpha and an exponential y above. Devroye (1986).
 template <class T> int _EPDTransform(StreamState* stream, int n, T* r, T alpha) {
-    constexpr const auto& tab = gammaTab(T());
-    const ext ia = tab.one / ext{alpha}, b = tab.one - ext{alpha};
+    const ext ia = 1.0L / alpha, b = 1.0L - alpha;
     T exponent;
     store(exponent, ia);
     OfBlock<T> x, E, y, above;
@@ -174,7 +180,7 @@ template <class T> int _EPDTransform(StreamState* stream, int n, T* r, T alpha) 
             for (int k = 0; k < count; ++k) {
                 y[k] = 0;
                 places[m] = k;
-                store(above[m], (tab.one - ext{x[k]}) * ia);
+                store(above[m], (1.0L - x[k]) * ia);
                 m += !(x[k] <= b);
             }
             logarithm(m, above, above);
@@ -191,14 +197,15 @@ template <class T> int _EPDTransform(StreamState* stream, int n, T* r, T alpha) 
 // ---- By shape -----------------------------------------------------------------------
 
 template <class T> int standardGamma(StreamState* stream, int n, T* r, T alpha) {
-    constexpr const auto& tab = gammaTab(T());
+    constexpr const auto& tab = GammaTraits<T>::tab;
     if (alpha > tab.one) return _Marsaglia(stream, n, r, alpha);
+    if (alpha == tab.one) return exponentials<T>(stream, n, r, 0, 1);
     if (alpha >= tab.border) return _Vaduva(stream, n, r, alpha);
     return _EPDTransform(stream, n, r, alpha);
 }
 
 template <class T>
-int gammaVariates(StreamState* stream, int n, T* r, T alpha, T a, T beta) {
+QORKES_INLINE int gammas(StreamState* stream, int n, T* r, T alpha, T a, T beta) {
     const int status = standardGamma(stream, n, r, alpha);
     if (!failed(status)) scale(n, r, beta, a);
     return status;
