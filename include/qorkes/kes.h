@@ -459,7 +459,16 @@ QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
  * tested.
  */
 
-/* ---- Distribution Bernoulli ---------------------------------------------------- */
+/* ---- Distribution Bernoulli -------------------------------------------------------
+ *
+ * 1 with probability p, else 0; 0 <= p <= 1. Mean p, variance p (1 - p).
+ *
+ * Method: 1 where a float uniform from [0, 1) is below p. One float uniform a variate,
+ * in one draw; a draw that fails leaves what it wrote in r. A float has 24 bits, so p
+ * is met to 6e-8; a uniform that is rounded up to 1 gives 0 for p = 1 too.
+ */
+QORKES_API int _kesiRngBernoulli(int method, StreamState* stream, int n, int32_t* r,
+                                 double p);
 
 /* ---- Distribution Beta ------------------------------------------------------------
  *
@@ -602,7 +611,19 @@ QORKES_API int _kessRngGaussianMV(int method, StreamState* stream, int n, float*
                                   int dimen, int mstorage, const float* a,
                                   const float* t);
 
-/* ---- Distribution Geometric ---------------------------------------------------- */
+/* ---- Distribution Geometric -------------------------------------------------------
+ *
+ * The failures before the first success: k = 0, 1, ... with probability p (1 - p)^k;
+ * 0 < p <= 1. Mean (1 - p) / p, variance (1 - p) / p^2.
+ *
+ * Method: inversion, ln u / ln(1 - p) truncated (Devroye, "Non-uniform random variate
+ * generation", 1986, chapter X.2), with a float uniform u from [0, 1) and its float
+ * logarithm: means above 1e5 show the steps of u. One float uniform a variate, in one
+ * draw; a draw that fails leaves what it wrote in r. Variates of 2^31 and more are not
+ * representable: what is stored for them, and for u = 0, means nothing.
+ */
+QORKES_API int _kesiRngGeometric(int method, StreamState* stream, int n, int32_t* r,
+                                 double p);
 
 /* ---- Distribution Gumbel ----------------------------------------------------------
  *
@@ -645,7 +666,41 @@ QORKES_API int _kessRngLognormal(int method, StreamState* stream, int n, float* 
 
 /* ---- Distribution Negbinomial -------------------------------------------------- */
 
-/* ---- Distribution Poisson, PoissonV -------------------------------------------- */
+/* ---- Distribution Poisson, PoissonV -----------------------------------------------
+ *
+ * k = 0, 1, ... with probability exp(-lambda) lambda^k / k!; lambda >= 0. Mean and
+ * variance lambda. PoissonV takes one mean for each variate, an array of n.
+ *
+ * Method 0 is exact. Below a mean of 27: the first of the cumulative probabilities that
+ * a double uniform is below (inversion by sequential search, Devroye, "Non-uniform
+ * random variate generation", 1986, chapter III.2), one uniform a variate, drawn in
+ * blocks of 512. A uniform that is not below their sum, which rounding may leave short
+ * of 1, goes on with further terms until they add nothing. From 27 on: PTPE, acceptance
+ * from a hat of triangle, parallelograms and two exponential tails (Kachitvichyanukul
+ * and Schmeiser, "Binomial random variate generation", Communications of the ACM 31,
+ * 1988, and their work on Poisson variates), two float uniforms an attempt, in draws of
+ * twice the variates still wanted and at most 512. Set-up for the last mean of each
+ * kind stays with the stream, in chunk 3 of 672 bytes, so that a stream serves a small
+ * and a large mean without setting up again.
+ *
+ * Method 1 and PoissonV are approximate and faster: a normal variate (method 1 of
+ * Gaussian, of which they share the spare variate) goes through a polynomial fitted to
+ * the distribution's quantiles (after Cornish and Fisher, "Moments and cumulants in the
+ * specification of distributions", Review of the International Statistical Institute 5,
+ * 1937), one normal a variate. Their laws depart from the exact one by a total
+ * variation of some 1e-4, floats near the mean adding theirs as the mean grows:
+ * `qorkes-mapping` prints the figures. Exceptions: method 1 below a mean of 1 compares
+ * one float uniform from [0, exp(lambda)) with partial sums of the exponential series,
+ * and gives at most 11; PoissonV below 1/16 does that with a uniform made from the
+ * normal.
+ *
+ * KesStatusNoMemory or a failure of the generator beneath: method 0 has then written
+ * the variates of the blocks before, the others leave floats in r.
+ */
+QORKES_API int _kesiRngPoisson(int method, StreamState* stream, int n, int32_t* r,
+                               double lambda);
+QORKES_API int _kesiRngPoissonV(int method, StreamState* stream, int n, int32_t* r,
+                                const double* lambda);
 
 /* ---- Distribution Rayleigh --------------------------------------------------------
  *
@@ -669,6 +724,14 @@ QORKES_API int _kesdRngUniform(int method, StreamState* stream, int n, double* r
                                double a, double b);
 QORKES_API int _kessRngUniform(int method, StreamState* stream, int n, float* r,
                                float a, float b);
+
+/* Integers a, a + 1, ..., b - 1 with equal probability; a < b. The floors of doubles
+ * from [a, b), one double uniform a variate, in one sequence however n is divided:
+ * n / 2 at once where that is above 1024, the rest in draws of 1024 and less. A range
+ * wider than the generator's steps leaves gaps; a double that is rounded up to b gives
+ * b. A draw that fails ends the call, with the variates of earlier draws in r. */
+QORKES_API int _kesiRngUniform(int method, StreamState* stream, int n, int32_t* r,
+                               int32_t a, int32_t b);
 
 /* ---- Distribution UniformBits -----------------------------------------------------
  *

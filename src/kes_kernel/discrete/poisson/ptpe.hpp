@@ -1,0 +1,340 @@
+// Method 0 of Poisson, exact. Means below 27: search of the cumulative probabilities.
+// Others: PTPE, acceptance of a candidate under a hat of a triangle, two parallelograms
+// beside it and two exponential tails (Schmeiser and Kachitvichyanukul, "Poisson random
+// variate generation", Research Memorandum 81-4, Purdue University, 1981).
+//
+// What depends on the mean alone is set up once and kept with the stream. An entry of
+// the set-up is computed in extended precision from the entries it is made of, and
+// rounded once.
+#pragma once
+
+#include <kes_kernel/discrete/truncate.hpp>
+#include <kes_kernel/frame.hpp>
+#include <kes_kernel/kernels.hpp>
+
+namespace qorkes {
+namespace ptpe {
+
+constexpr double leastMean = 27; // of the rejection method
+constexpr int squeezedMode = 100, squeezedValue = 50;
+constexpr double third = 0x1.5555555555555p-2, twelfth = 0x1.5555555555555p-4,
+                 of360th = 0x1.6c16c16c16c17p-9;
+constexpr double triangle[] = {0x1.18f5c28f5c28fp+1, 0x1.199999999999ap+1};
+constexpr double shoulder[] = {0x1.10624dd2f1aap-3, 0x1.11eb851eb851fp+3,
+                               0x1.b51eb851eb852p+2};
+constexpr double leftTail[] = {0x1.be76c8b439581p-4, 0x1.08p+3, 0x1.5b851eb851eb8p+3};
+constexpr double margins[] = {0x1.b866e43aa79bcp-11, 0x1.0624dd2f1a9fcp-8};
+static_assert(hasPattern(triangle[0], 0x40018F5C28F5C28F)); // 2.195
+static_assert(hasPattern(triangle[1], 0x400199999999999A)); // 2.2
+static_assert(hasPattern(shoulder[0], 0x3FC10624DD2F1AA0)); // 0.133
+static_assert(hasPattern(shoulder[1], 0x40211EB851EB851F)); // 8.56
+static_assert(hasPattern(shoulder[2], 0x401B51EB851EB852)); // 6.83
+static_assert(hasPattern(leftTail[0], 0x3FBBE76C8B439581)); // 0.109
+static_assert(hasPattern(leftTail[1], 0x4020800000000000)); // 8.25
+static_assert(hasPattern(leftTail[2], 0x4025B851EB851EB8)); // 10.86
+static_assert(hasPattern(margins[0], 0x3F4B866E43AA79BC));  // 0.00084
+static_assert(hasPattern(margins[1], 0x3F70624DD2F1A9FC));  // 0.004
+
+constexpr int ratios = 16, searched = 32;
+
+/// The stream's chunk: two set-ups, each with the mean it is for.
+struct Setup {
+    double mean;
+    double mode, inverseMode, inverseModeCubed, logOfModeByMean;
+    double p1, p2, p3, p4; // areas up to the triangle's end, the parallelograms', ...
+    double height, inverseHeight, inverseP1;
+    double middle, left, right;
+    double lambdaL, lambdaR, inverseLambdaL, inverseLambdaR;
+    double down[ratios], up[ratios]; // probability k below or above the mode by its own
+    double searchMean;
+    double cumulative[searched];
+};
+static_assert(sizeof(Setup) == 672);
+
+/// True for a mean of 0 too, the key of a set-up that was never computed.
+inline Setup emptySetup() {
+    Setup setup{};
+    for (double& cumulative : setup.cumulative) cumulative = 1;
+    return setup;
+}
+
+// ---- Search ----
+
+/// r[i] = variate(u) of a double uniform each, drawn in blocks.
+template <class Variate>
+QORKES_INLINE int drawInBlocks(StreamState* stream, int n, int32_t* r,
+                               Variate&& variate) {
+    constexpr int blockLength = 512;
+    int status = KesStatusOk;
+    for (int i = 0; i < n; i += blockLength) {
+        double u[blockLength];
+        const int count = n - i < blockLength ? n - i : blockLength;
+        status = uniforms(stream, count, u);
+        if (failed(status)) return status;
+        for (int k = 0; k < count; ++k) r[i + k] = variate(u[k]);
+    }
+    return status;
+}
+
+/// Terms are added from the smallest on.
+inline void setUpSearch(Setup& s, double mean) {
+    double term[searched], suffix[searched + 1];
+    term[0] = exponentialOf(-mean);
+    for (int k = 1; k < searched; ++k) term[k] = round64(term[k - 1] * (ext{mean} / k));
+    suffix[searched] = 0;
+    for (int k = searched - 1; k >= 0; --k)
+        suffix[k] = round64(ext{suffix[k + 1]} + term[k]);
+    for (int k = 0; k < searched; ++k)
+        s.cumulative[k] = round64(ext{suffix[0]} - suffix[k + 1]);
+    s.searchMean = mean;
+}
+
+/// Beyond the table. The sum may stay below u for ever: where a term adds nothing to
+/// it, the search is over.
+QORKES_COLD int searchOn(const Setup& s, double mean, double u) {
+    if (mean == 0) return 0;
+    ext sum = s.cumulative[searched - 1];
+    ext term = sum - s.cumulative[searched - 2];
+    for (int j = searched;; ++j) {
+        term = term * mean / j;
+        const ext next = sum + term;
+        if (u < next || next == sum) return j;
+        sum = next;
+    }
+}
+
+/// From value k on, which is no greater than the result.
+QORKES_INLINE int search(const Setup& s, double mean, double u, int k) {
+    for (; k < searched; ++k)
+        if (u < s.cumulative[k]) return k;
+    return searchOn(s, mean, u);
+}
+
+/// Where searches may begin, by cells of u: Chen and Asau's guide table ("On generating
+/// random variates from an empirical distribution", AIIE Transactions 6, 1974). It
+/// changes no result, and its set-up takes the time of a few dozen plain searches.
+struct Guide {
+    static constexpr int cells = 256, worthwhile = 100;
+    unsigned char first[cells + 1];
+
+    /// The margin is for the rounding in cellOf.
+    explicit Guide(const Setup& s) {
+        int k = 0;
+        for (int cell = 0; cell <= cells; ++cell) {
+            const double low = cell * (1.0 / cells) - 0x1p-40;
+            while (k < searched - 1 && s.cumulative[k] <= low) ++k;
+            first[cell] = static_cast<unsigned char>(k);
+        }
+    }
+    /// A stream of the caller's may deliver any number: it gets some cell.
+    QORKES_INLINE int operator[](double u) const {
+        const double shifted = round64(u + 1.0L);
+        const uint32_t cell = (highWord(shifted) - 0x3FF00000) >> 12;
+        return u >= 0 ? first[cell < cells ? cell : cells] : 0;
+    }
+};
+
+inline int drawSearched(StreamState* stream, int n, int32_t* r, double mean, Setup& s) {
+    if (mean != s.searchMean) setUpSearch(s, mean);
+    if (n < Guide::worthwhile)
+        return drawInBlocks(stream, n, r,
+                            [&](double u) { return search(s, mean, u, 0); });
+    const Guide guide(s);
+    return drawInBlocks(stream, n, r,
+                        [&](double u) { return search(s, mean, u, guide[u]); });
+}
+
+// ---- Rejection ----
+
+inline void setUpRejection(Setup& s, double mean) {
+    const ext lambda = mean;
+    s.mean = mean;
+    s.mode = truncate(mean);
+    const ext m = s.mode;
+    s.inverseMode = round64(1 / m);
+    s.inverseModeCubed = round64(1 / (m * m * m));
+    s.logOfModeByMean = logarithmOf(round64(m / lambda));
+    s.p1 = truncate(triangle[0] * ext{squareRootOf(s.mode)} - triangle[1]) + 0.5;
+    s.height = round64(shoulder[0] + shoulder[1] / (shoulder[2] + lambda));
+    s.inverseHeight = round64(1 / ext{s.height});
+    s.inverseP1 = round64(1 / ext{s.p1});
+    s.middle = round64(m + 0.5);
+    s.left = round64(ext{s.middle} - s.p1);
+    s.right = round64(ext{s.middle} + s.p1);
+    const ext al = (lambda - s.left) / lambda, ar = (s.right - lambda) / s.right;
+    s.lambdaL = round64(al * (0.5L * al + 1));
+    s.lambdaR = round64(ar * (0.5L * ar + 1));
+    s.inverseLambdaL = round64(1 / ext{s.lambdaL});
+    s.inverseLambdaR = round64(1 / ext{s.lambdaR});
+    s.p2 = round64(s.p1 * (2 * ext{s.height} + 1));
+    s.p3 = round64(s.p2 +
+                   (leftTail[0] + leftTail[1] / (leftTail[2] + lambda)) / s.lambdaL);
+    s.p4 = round64(s.p3 + ext{s.height} / s.lambdaR);
+    ext down = 1, up = 1;
+    for (int k = 0; k < ratios; ++k) {
+        s.down[k] = round64(down *= (m - k) / lambda);
+        s.up[k] = round64(up *= lambda / (m + (k + 1)));
+    }
+}
+
+/// Whether v is at most the probability of y by that of the mode, by its recurrence.
+inline bool acceptedByRatio(const Setup& s, int y, double v) {
+    const int mode = static_cast<int>(s.mode);
+    const ext lambda = s.mean;
+    const int k = y > mode ? y - mode : mode - y;
+    if (k == 0) return !(v > 1);
+    const double* table = y > mode ? s.up : s.down;
+    if (k <= ratios) return !(v > table[k - 1]);
+    ext f = table[ratios - 1];
+    if (v > f) return false;
+    if (y > mode)
+        for (int j = mode + ratios; j < y;) f = f * lambda / ++j;
+    else
+        for (int j = mode - ratios; j > y; --j) f = f * j / lambda;
+    return !(v > f);
+}
+
+/// The same by logarithms: a quick test on either side, then Stirling's series.
+inline bool acceptedBySqueeze(const Setup& s, int y, ext logV) {
+    const ext lambda = s.mean, x = 1.0L / y, del = x * (lambda - y), hy = y + 0.5L;
+    const ext above =
+        (1 + del * (del * third - 0.5L)) * hy * del + (y + (margins[0] - lambda));
+    if (logV > above) return false;
+    ext gap = hy * (del * del) * (del * del) * 0.25L;
+    if (del < 0) gap /= 1 + del;
+    if (logV < above - margins[1] - gap) return true;
+    const ext exact = hy * logarithmOf(round64(lambda * x)) + y +
+                      (0.5L + s.mode) * s.logOfModeByMean - s.mode +
+                      (s.inverseMode - x) * twelfth +
+                      (x * x * x - s.inverseModeCubed) * of360th;
+    return !(logV > exact);
+}
+
+constexpr int mostAttempts = 256;
+
+/// Attempts that need a logarithm: it is taken of all of them at once.
+struct Pending {
+    int attempt[mostAttempts];
+    double v[mostAttempts];
+    int count = 0;
+
+    QORKES_INLINE void add(int a, double value) {
+        attempt[count] = a;
+        v[count++] = value;
+    }
+};
+
+/// The attempts of one block, in their order.
+struct Attempts {
+    float u[mostAttempts], v[mostAttempts];
+    int32_t y[mostAttempts];
+    bool accepted[mostAttempts];
+    Pending tails, open; // candidates to be found; to be decided
+};
+
+/// Candidates of the triangle, all accepted; the others wait in `rest`.
+QORKES_NOINLINE int proposeTriangle(const Setup& s, int n, const float* block,
+                                    Attempts& attempts, int* rest) {
+    const ext p1 = s.p1, p4 = s.p4, middle = s.middle;
+    int others = 0;
+    for (int a = 0; a < n; ++a) {
+        const float u = attempts.u[a] = round32(block[2 * a] * p4);
+        const ext v = attempts.v[a] = block[2 * a + 1];
+        attempts.y[a] = truncate(u + middle - p1 * v);
+        attempts.accepted[a] = u <= p1;
+        rest[others] = a;
+        others += !attempts.accepted[a];
+    }
+    return others;
+}
+
+/// Candidates of the parallelograms; those of the tails wait for logarithms.
+QORKES_NOINLINE void proposeParallelograms(const Setup& s, int n, const int* rest,
+                                           Attempts& attempts) {
+    for (int i = 0; i < n; ++i) {
+        const int a = rest[i];
+        const ext u = attempts.u[a], v = attempts.v[a];
+        if (!(u <= s.p2)) {
+            attempts.tails.add(a, attempts.v[a]);
+            continue;
+        }
+        const ext x = (u - s.p1) * s.inverseHeight + s.left, offset = s.middle - x;
+        const float height =
+            round32(v * s.height + 1 - (offset < 0 ? -offset : offset) * s.inverseP1);
+        attempts.y[a] = truncate(x);
+        if (!(height > 1)) attempts.open.add(a, height);
+    }
+}
+
+QORKES_NOINLINE void proposeTails(const Setup& s, Attempts& attempts) {
+    Pending& tails = attempts.tails;
+    logarithm(tails.count, tails.v, tails.v);
+    for (int i = 0; i < tails.count; ++i) {
+        const int a = tails.attempt[i];
+        const ext u = attempts.u[a], v = attempts.v[a], logV = tails.v[i];
+        const bool onRight = !(u <= s.p3);
+        const ext w = onRight ? -logV * s.inverseLambdaR + s.right
+                              : logV * s.inverseLambdaL + s.left;
+        const ext height =
+            onRight ? (u - s.p3) * v * s.lambdaR : (u - s.p2) * v * s.lambdaL;
+        attempts.y[a] = truncate(w);
+        if (onRight || !(w < 0)) attempts.open.add(a, round32(height));
+    }
+}
+
+QORKES_NOINLINE void decideByRatio(const Setup& s, Attempts& attempts) {
+    const Pending& open = attempts.open;
+    for (int i = 0; i < open.count; ++i) {
+        const int a = open.attempt[i];
+        attempts.accepted[a] = acceptedByRatio(s, attempts.y[a], open.v[i]);
+    }
+}
+
+QORKES_NOINLINE void decideBySqueeze(const Setup& s, Attempts& attempts) {
+    const Pending& open = attempts.open;
+    double logs[mostAttempts];
+    logarithm(open.count, open.v, logs);
+    for (int i = 0; i < open.count; ++i) {
+        const int a = open.attempt[i], y = attempts.y[a];
+        attempts.accepted[a] = y > squeezedValue ? acceptedBySqueeze(s, y, logs[i])
+                                                 : acceptedByRatio(s, y, open.v[i]);
+    }
+}
+
+inline int drawRejected(StreamState* stream, int n, int32_t* r, double mean, Setup& s) {
+    if (mean != s.mean) setUpRejection(s, mean);
+    int status = KesStatusOk;
+    for (int i = 0; i < n;) {
+        float block[2 * mostAttempts];
+        const int count = n - i < mostAttempts ? n - i : mostAttempts;
+        status = uniforms(stream, 2 * count, block);
+        if (failed(status)) return status;
+        Attempts attempts;
+        int rest[mostAttempts];
+        const int others = proposeTriangle(s, count, block, attempts, rest);
+        proposeParallelograms(s, others, rest, attempts);
+        proposeTails(s, attempts);
+        if (s.mode >= squeezedMode)
+            decideBySqueeze(s, attempts);
+        else
+            decideByRatio(s, attempts);
+        for (int a = 0; a < count; ++a) {
+            r[i] = attempts.y[a];
+            i += attempts.accepted[a];
+        }
+    }
+    return status;
+}
+
+} // namespace ptpe
+
+inline int _viRngPoissonPtpe(StreamState* stream, int n, int32_t* r, double mean) {
+    ptpe::Setup* setup;
+    if (const int status = chunkOf(stream, 3, setup, ptpe::emptySetup());
+        failed(status))
+        return status;
+    return mean < ptpe::leastMean ? ptpe::drawSearched(stream, n, r, mean, *setup)
+                                  : ptpe::drawRejected(stream, n, r, mean, *setup);
+}
+
+} // namespace qorkes
