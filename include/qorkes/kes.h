@@ -532,9 +532,9 @@ QORKES_API int _kessRngExponential(int method, StreamState* stream, int n, float
  * Density ((x - a) / beta)^(alpha-1) exp(-(x - a) / beta) / (Gamma(alpha) beta) on
  * [a, infinity); shape alpha > 0, displacement a, scale beta > 0.
  *
- *     alpha > 1         the cube of a normal by rejection: Marsaglia and Tsang, "A simple
- *                       method for generating gamma variables", ACM Transactions on
- *                       Mathematical Software 26, 2000
+ *     alpha > 1         the cube of a normal by rejection: Marsaglia and Tsang, "A
+ *                       simple method for generating gamma variables", ACM
+ *                       Transactions on Mathematical Software 26, 2000
  *     alpha = 1         _kesdRngExponential, _kessRngExponential
  *     0.6 <= alpha < 1  a Weibull envelope: Vaduva, "On computer generation of gamma
  *                       random variables by rejection and composition procedures",

@@ -1,5 +1,5 @@
-// Rejection in blocks of attempts, each of two uniforms. A whole block goes through the
-// vector kernels before its attempts are decided: one number at a time they take
+// Rejection in blocks of attempts, each of two uniforms. Many attempts at a time go
+// through the vector kernels before they are decided: one number at a time they take
 // several times as long, and give the same bits.
 #pragma once
 
@@ -16,8 +16,10 @@ constexpr int attemptsOfBlock = 512;
 /// none: about a second of work, where legal parameters need a few attempts.
 constexpr int patience = 1 << 20;
 
-/// One number for each attempt of a block.
-template <class T> using OfBlock = T[attemptsOfBlock];
+/// Attempts that go through the kernels together: enough for their speed, and few
+/// enough for a caller's stack.
+constexpr int attemptsOfPart = 128;
+template <class T> using OfPart = T[attemptsOfPart];
 
 /// The accepted ones of x, side by side in their order; returns how many they are. It
 /// does not branch, since nobody could predict it.
@@ -34,23 +36,28 @@ QORKES_INLINE int gather(int count, T* x, Accepts&& accepts) {
 }
 
 /// n variates to r by blocks of as many attempts as variates are missing, so that no
-/// uniform is drawn in vain. `propose(count, u, next)` makes candidates x of uniforms:
-/// attempt k has those at 2k and 2k + 1, and `next` is where the next variates go.
-/// `accepts(k)` decides on x[k]. Where patience ends, what is missing becomes NaN.
+/// uniform is drawn in vain. `propose(count, u, place)` makes the candidates x of a
+/// part of a block, x[k] of u[2k] and u[2k + 1]; it would stand at place[k] if all
+/// attempts were accepted. `accepts(k)` decides on it. Where patience ends, what is
+/// missing becomes NaN.
 template <class T, class Propose, class Accepts>
 QORKES_INLINE int byAttempts(StreamState* stream, int n, T* r, T* x, Propose&& propose,
                              Accepts&& accepts) {
     T u[2 * attemptsOfBlock];
     int status = KesStatusOk;
     for (int i = 0, inVain = 0; i < n;) {
+        const int first = i;
         const int count = n - i < attemptsOfBlock ? n - i : attemptsOfBlock;
         status = uniforms(stream, 2 * count, u);
         if (failed(status)) return status;
-        propose(count, u, r + i);
-        const int accepted = gather(count, x, accepts);
-        std::memcpy(r + i, x, static_cast<std::size_t>(accepted) * sizeof *r);
-        i += accepted;
-        inVain = accepted ? 0 : inVain + count;
+        for (int k = 0; k < count; k += attemptsOfPart) {
+            const int part = count - k < attemptsOfPart ? count - k : attemptsOfPart;
+            propose(part, u + 2 * k, r + first + k);
+            const int accepted = gather(part, x, accepts);
+            std::memcpy(r + i, x, static_cast<std::size_t>(accepted) * sizeof *r);
+            i += accepted;
+        }
+        inVain = i == first ? inVain + count : 0;
         if (inVain < patience) continue;
         for (; i < n; ++i) r[i] = std::numeric_limits<T>::quiet_NaN();
     }

@@ -137,51 +137,43 @@ TYPED_TEST(Beta, EveryRegionHasItsMethod) {
 
 TYPED_TEST(Beta, DrawsBlocksOfWhatIsMissing) {
     using T = TypeParam;
-    const auto countsOfCall = [](Shapes<T> shapes, int n) {
+    using Counts = std::vector<int>;
+    const auto counts = [](Shapes<T> shapes, int n) {
         return countsOf<T>(
             scriptedStream({0.3, 0.05}),
             [=](auto* s, int m, T* r) { return beta(s, m, r, shapes); }, n);
     };
-    using Counts = std::vector<int>;
-    for (const auto& shapes : std::initializer_list<Shapes<T>>{
-             {T(0.3), T(0.4)}, {T(0.7), T(0.8)}, {T(0.5), 3}, {3, T(0.5)}, {2, 3}}) {
-        SCOPED_TRACE(testing::Message() << shapes.p << ", " << shapes.q);
-        EXPECT_EQ(countsOfCall(shapes, 0), Counts{});
-        EXPECT_EQ(countsOfCall(shapes, 1), Counts{2});
-        EXPECT_EQ(countsOfCall(shapes, 512), Counts{1024});
-        EXPECT_EQ(countsOfCall(shapes, 1026), (Counts{1024, 1024, 4}));
+    for (const Shapes<T> shapes : {Shapes<T>{T(0.3), T(0.4)},
+                                   {T(0.7), T(0.8)},
+                                   {T(0.5), 3},
+                                   {3, T(0.5)},
+                                   {2, 3}}) {
+        EXPECT_EQ(counts(shapes, 0), Counts{});
+        EXPECT_EQ(counts(shapes, 1026), (Counts{1024, 1024, 4}));
     }
-    for (const auto& shapes :
-         std::initializer_list<Shapes<T>>{{1, 3}, {3, 1}, {T(NAN), 3}, {3, T(NAN)}}) {
-        EXPECT_EQ(countsOfCall(shapes, 0), Counts{0});
-        EXPECT_EQ(countsOfCall(shapes, 1026), Counts{1026});
+    for (const Shapes<T> shapes : {Shapes<T>{1, 3}, {3, 1}, {T(NAN), 3}}) {
+        EXPECT_EQ(counts(shapes, 0), Counts{0});
+        EXPECT_EQ(counts(shapes, 1026), Counts{1026});
     }
 }
 
 TYPED_TEST(Beta, KeepsWhatItHasWhenADrawFails) {
     using T = TypeParam;
-    struct Case {
-        Shapes<T> shapes;
-        bool leavesUniforms;
-    };
-    for (const auto& [shapes, leavesUniforms] :
-         std::initializer_list<Case>{{{T(0.3), T(0.4)}, false},
-                                     {{T(0.7), T(0.8)}, true},
-                                     {{T(0.5), T(3)}, true},
-                                     {{T(3), T(0.5)}, true},
-                                     {{T(2), T(3)}, false}}) {
+    const auto expect = [](Shapes<T> shapes, Shapes<T> standard, bool leavesUniforms) {
         SCOPED_TRACE(testing::Message() << shapes.p << ", " << shapes.q);
-        const Shapes<T> unmirrored =
-            leavesUniforms && shapes.p > 1 ? Shapes<T>{shapes.q, shapes.p} : shapes;
-        const bool uniforms = leavesUniforms;
         expectFailures<T>(
-            [=](auto* s, int n, T* r) { return beta(s, n, r, unmirrored); },
-            [=, &shapes](auto* s, int n, T* r) { return beta(s, n, r, shapes, 3, 2); },
+            [=](auto* s, int n, T* r) { return beta(s, n, r, standard); },
+            [=](auto* s, int n, T* r) { return beta(s, n, r, shapes, 3, 2); },
             [=](int i) {
-                if (!uniforms || script.failAt == 0) return T(-7);
+                if (!leavesUniforms || script.failAt == 0) return T(-7);
                 return T(script.numbers[script.next - 2 * (500 - i)]);
             });
-    }
+    };
+    expect({T(0.3), T(0.4)}, {T(0.3), T(0.4)}, false);
+    expect({T(0.7), T(0.8)}, {T(0.7), T(0.8)}, true);
+    expect({T(0.5), 3}, {T(0.5), 3}, true);
+    expect({3, T(0.5)}, {T(0.5), 3}, true);
+    expect({2, 3}, {2, 3}, false);
 }
 
 TYPED_TEST(Beta, IsUniformWithAShapeThatIsNoNumber) {

@@ -148,6 +148,11 @@ TYPED_TEST(Gamma, AnAttemptWaitsWithTheStream) {
     OneAtATime<T> plain;
     plain.taken = script.next;
     EXPECT_EQ(one(stream.get(), T(1.5)), plain.cube(T(1.5)));
+    const auto* waiting = static_cast<const T*>(
+        __kesSearchChunk(stream.get(), std::is_same_v<T, double> ? 7 : 8));
+    ASSERT_TRUE(waiting);
+    EXPECT_EQ(waiting[0], plain.attempts.front().second);
+    EXPECT_EQ(waiting[1], plain.attempts.front().first);
     ASSERT_EQ(__kesSaveStreamF(stream.get(), path.c_str(), -1), KesStatusOk);
 
     const Stream copy = copyOf(stream);
@@ -158,6 +163,7 @@ TYPED_TEST(Gamma, AnAttemptWaitsWithTheStream) {
     EXPECT_EQ(one(loaded, T(30)), second);
     EXPECT_EQ(one(copy.get(), T(30)), second);
     EXPECT_EQ(script.next, plain.taken);
+    EXPECT_LT(waiting[0], 0);
     one(stream.get(), T(30));
     EXPECT_EQ(script.next, plain.taken + 4) << "a copy shares the attempt";
     __kesDeleteStream(&loaded);

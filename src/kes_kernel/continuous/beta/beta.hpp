@@ -38,8 +38,8 @@ QORKES_INLINE void scaleMirrored(int n, float* r, float factor, float shift) {
 template <class T> int _Johnk(StreamState* stream, int n, T* r, T p, T q) {
     constexpr const auto& tab = betaTab(T());
     const ext ip = 1.0L / p, iq = 1.0L / q;
-    OfBlock<T> x;
-    OfBlock<bool> accepted;
+    OfPart<T> x;
+    OfPart<bool> accepted;
     return byAttempts(
         stream, n, r, x,
         [&](int count, T* u, T*) {
@@ -88,8 +88,8 @@ template <class T> Envelope<T> envelope(T p, T q, ext t, ext w, ext width) {
 /// Rejection from such an envelope: Atkinson and Whittaker (1976).
 template <class T>
 int bySwitching(StreamState* stream, int n, T* r, const Envelope<T>& envelope) {
-    OfBlock<T> x, exponent, ratio, L;
-    OfBlock<const Piece<T>*> piece;
+    OfPart<T> x, exponent, ratio, L;
+    OfPart<const Piece<T>*> piece;
     return byAttempts(
         stream, n, r, x,
         [&](int count, T* both, T* u) {
@@ -144,8 +144,8 @@ template <class T> int _Cheng(StreamState* stream, int n, T* r, T p, T q) {
     store(b, (s - tab.two) / (tab.two * ext{p} * q - s));
     b = squareRootOf(b);
     const ext g = 1.0L / b + p;
-    OfBlock<T> x, odds, power;
-    T pair[2 * attemptsOfBlock];
+    OfPart<T> x, odds, power;
+    T pair[2 * attemptsOfPart];
     return byAttempts(
         stream, n, r, x,
         [&](int count, T* u, T*) {
@@ -206,7 +206,11 @@ QORKES_INLINE int betas(StreamState* stream, int n, T* r, T p, T q, T a, T beta)
         store(end, ext{a} + beta);
         return uniforms(stream, n, r, a, end);
     }
-    if (!failed(status)) mirrored ? scaleMirrored(n, r, beta, a) : scale(n, r, beta, a);
+    if (failed(status)) return status;
+    if (mirrored)
+        scaleMirrored(n, r, beta, a);
+    else
+        scale(n, r, beta, a);
     return status;
 }
 

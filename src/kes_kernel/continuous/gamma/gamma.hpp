@@ -148,7 +148,7 @@ template <class T> int _Vaduva(StreamState* stream, int n, T* r, T alpha) {
     store(ia, 1.0L / alpha);
     store(top, alpha / rest * logarithmOf(alpha));
     const ext w = rest * exponentialOf(top);
-    OfBlock<T> E1, E2, W;
+    OfPart<T> E1, E2, W;
     return byAttempts(
         stream, n, r, W,
         [&](int count, T* u, T*) {
@@ -167,8 +167,8 @@ template <class T> int _EPDTransform(StreamState* stream, int n, T* r, T alpha) 
     const ext ia = 1.0L / alpha, b = 1.0L - alpha;
     T exponent;
     store(exponent, ia);
-    OfBlock<T> x, E, y, above;
-    OfBlock<int> places; // of the attempts above
+    OfPart<T> x, E, y, above;
+    OfPart<int> places; // of the attempts above
     return byAttempts(
         stream, n, r, x,
         [&](int count, T* u, T*) {
