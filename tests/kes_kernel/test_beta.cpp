@@ -1,26 +1,16 @@
-// Beta variates: each method against variates made one at a time, failures, and fit.
-#include <kes_kernel/attempts.hpp>
-#include <kes_kernel/goodness.hpp>
+// Beta variates: each method against variates made one at a time, and failures.
+#include "attempts.hpp"
 
 using namespace qorkes;
 using namespace qorkes::test;
 
 namespace {
 
-template <class T> struct Shapes { T p, q; };
-
-int beta(StreamState* stream, int n, double* r, Shapes<double> s, double a = 0,
-         double beta = 1) {
-    return _kesdRngBeta(0, stream, n, r, s.p, s.q, a, beta);
-}
-int beta(StreamState* stream, int n, float* r, Shapes<float> s, float a = 0,
-         float beta = 1) {
-    return _kessRngBeta(0, stream, n, r, s.p, s.q, a, beta);
-}
-
-/// 1 - x as the last step sees it.
+/// 1 - x as the last step sees it, and that step.
 ext mirrored(double x) { return 1 - ext{x}; }
 ext mirrored(float x) { return round32(1 - ext{x}); }
+double scaledAtOnce(ext x, double beta, double a) { return round64(x * beta + a); }
+float scaledAtOnce(ext x, float beta, float a) { return scaled(round32(x), beta, a); }
 
 template <class T> struct OneAtATime : Uniforms<T> {
     using Uniforms<T>::next;
@@ -98,116 +88,69 @@ template <class T> T border() {
 TYPED_TEST(Beta, EveryRegionHasItsMethod) {
     using T = TypeParam;
     using Plain = OneAtATime<T>;
-    struct Case {
-        Shapes<T> shapes;
-        ext (Plain::*method)(T, T);
+    const auto expectMethod = [](T p, T q, ext (Plain::*method)(T, T)) {
+        const Stream stream = newStream(KesBrngMT19937, {6});
+        Plain plain{{stream}};
+        const T a = T(-0.3), beta = T(1.7);
+        expectOneAtATime<T>("beta", {p, q, a, beta}, stream, [&] {
+            return scaledAtOnce((plain.*method)(p, q), beta, a);
+        });
     };
     const T below = std::nextafter(T(1), T(0)), above = std::nextafter(T(1), T(2));
-    for (const auto& [shapes, method] : std::initializer_list<Case>{
-             {{T(0.01), T(0.02)}, &Plain::johnk},
-             {{T(0.5), border<T>()}, &Plain::johnk},
-             {{T(0.5), std::nextafter(border<T>(), T(1))}, &Plain::atkinson1},
-             {{below, below}, &Plain::atkinson1},
-             {{below, above}, &Plain::atkinson2},
-             {{T(0.3), T(2.5)}, &Plain::atkinson2},
-             {{above, below}, &Plain::mirroredAtkinson2},
-             {{T(40), T(0.9)}, &Plain::mirroredAtkinson2},
-             {{above, above}, &Plain::cheng},
-             {{T(2), T(300)}, &Plain::cheng},
-             {{T(1), T(0.5)}, &Plain::mirroredPower},
-             {{T(1), T(1)}, &Plain::mirroredPower},
-             {{T(1), T(3)}, &Plain::mirroredPower},
-             {{T(0.5), T(1)}, &Plain::plainPower},
-             {{T(3), T(1)}, &Plain::plainPower},
-             {{T(NAN), T(1)}, &Plain::plainPower}}) {
-        SCOPED_TRACE(testing::Message() << shapes.p << ", " << shapes.q);
-        const Stream stream = randomStream();
-        Plain plain;
-        const T a = T(-0.3), width = T(1.7);
-        expectOneAtATime<T>(
-            stream,
-            [&](auto* s, int n, T* r) { return beta(s, n, r, shapes, a, width); },
-            plain,
-            [&] {
-                const ext x = (plain.*method)(shapes.p, shapes.q);
-                return scaled(x, width, a);
-            });
-    }
+    expectMethod(T(0.01), T(0.02), &Plain::johnk);
+    expectMethod(T(0.5), border<T>(), &Plain::johnk);
+    expectMethod(T(0.5), std::nextafter(border<T>(), T(1)), &Plain::atkinson1);
+    expectMethod(below, below, &Plain::atkinson1);
+    expectMethod(below, above, &Plain::atkinson2);
+    expectMethod(T(0.3), T(2.5), &Plain::atkinson2);
+    expectMethod(above, below, &Plain::mirroredAtkinson2);
+    expectMethod(40, T(0.9), &Plain::mirroredAtkinson2);
+    expectMethod(above, above, &Plain::cheng);
+    expectMethod(2, 300, &Plain::cheng);
+    expectMethod(1, T(0.5), &Plain::mirroredPower);
+    expectMethod(1, 1, &Plain::mirroredPower);
+    expectMethod(1, T(NAN), &Plain::mirroredPower);
+    expectMethod(T(0.5), 1, &Plain::plainPower);
+    expectMethod(3, 1, &Plain::plainPower);
+    expectMethod(T(NAN), 1, &Plain::plainPower);
 }
 
 TYPED_TEST(Beta, DrawsBlocksOfWhatIsMissing) {
-    using T = TypeParam;
-    using Counts = std::vector<int>;
-    const auto counts = [](Shapes<T> shapes, int n) {
-        return countsOf<T>(
-            scriptedStream({0.3, 0.05}),
-            [=](auto* s, int m, T* r) { return beta(s, m, r, shapes); }, n);
+    const auto counts = [](double p, double q, int n) {
+        return countsOf<TypeParam>("beta", scriptedStream({0.3, 0.05}), n,
+                                   {p, q, 0, 1});
     };
-    for (const Shapes<T> shapes : {Shapes<T>{T(0.3), T(0.4)},
-                                   {T(0.7), T(0.8)},
-                                   {T(0.5), 3},
-                                   {3, T(0.5)},
-                                   {2, 3}}) {
-        EXPECT_EQ(counts(shapes, 0), Counts{});
-        EXPECT_EQ(counts(shapes, 1026), (Counts{1024, 1024, 4}));
+    for (const auto& [p, q] : std::initializer_list<std::pair<double, double>>{
+             {0.3, 0.4}, {0.7, 0.8}, {0.5, 3}, {3, 0.5}, {2, 3}}) {
+        EXPECT_EQ(counts(p, q, 0), Counts{});
+        EXPECT_EQ(counts(p, q, 1026), (Counts{1024, 1024, 4})) << p << ", " << q;
     }
-    for (const Shapes<T> shapes : {Shapes<T>{1, 3}, {3, 1}, {T(NAN), 3}}) {
-        EXPECT_EQ(counts(shapes, 0), Counts{0});
-        EXPECT_EQ(counts(shapes, 1026), Counts{1026});
-    }
+    EXPECT_EQ(counts(1, 3, 0), Counts{0});
+    EXPECT_EQ(counts(3, 1, 1026), Counts{1026});
 }
 
 TYPED_TEST(Beta, KeepsWhatItHasWhenADrawFails) {
     using T = TypeParam;
-    const auto expect = [](Shapes<T> shapes, Shapes<T> standard, bool leavesUniforms) {
-        SCOPED_TRACE(testing::Message() << shapes.p << ", " << shapes.q);
-        expectFailures<T>(
-            [=](auto* s, int n, T* r) { return beta(s, n, r, standard); },
-            [=](auto* s, int n, T* r) { return beta(s, n, r, shapes, 3, 2); },
-            [=](int i) {
-                if (!leavesUniforms || script.failAt == 0) return T(-7);
-                return T(script.numbers[script.next - 2 * (500 - i)]);
-            });
+    const auto untouched = [](int) { return T(-7); };
+    const auto uniforms = [](int i) {
+        const auto place = script.next - 2 * static_cast<std::size_t>(500 - i);
+        return script.failAt == 0 ? T(-7) : T(script.numbers[place]);
     };
-    expect({T(0.3), T(0.4)}, {T(0.3), T(0.4)}, false);
-    expect({T(0.7), T(0.8)}, {T(0.7), T(0.8)}, true);
-    expect({T(0.5), 3}, {T(0.5), 3}, true);
-    expect({3, T(0.5)}, {T(0.5), 3}, true);
-    expect({2, 3}, {2, 3}, false);
+    expectFailures<T>("beta", {0.3, 0.4, 3, 2}, {0.3, 0.4, 0, 1}, untouched);
+    expectFailures<T>("beta", {0.7, 0.8, 3, 2}, {0.7, 0.8, 0, 1}, uniforms);
+    expectFailures<T>("beta", {0.5, 3, 3, 2}, {0.5, 3, 0, 1}, uniforms);
+    expectFailures<T>("beta", {3, 0.5, 3, 2}, {0.5, 3, 0, 1}, uniforms);
+    expectFailures<T>("beta", {2, 3, 3, 2}, {2, 3, 0, 1}, untouched);
 }
 
 TYPED_TEST(Beta, IsUniformWithAShapeThatIsNoNumber) {
     using T = TypeParam;
-    T r[9], u[9];
-    ASSERT_EQ(beta(randomStream().get(), 9, r, {T(NAN), T(2)}, T(0.1), T(0.3)), 0);
-    ASSERT_EQ(draw<T>(randomStream(), 9, u, {T(0.1), T(ext{T(0.1)} + T(0.3))}), 0);
-    EXPECT_TRUE(sameBits(u, r, 9));
+    const Stream stream = newStream(KesBrngMT19937, {7}), other = copyOf(stream);
+    const T a = T(0.1), beta = T(0.3);
+    EXPECT_EQ(variates<T>("beta", 0, stream, 9, {NAN, 2, a, beta}),
+              take<T>(other, 9, {a, static_cast<T>(ext{a} + beta)}));
 }
 
-TEST(Beta, EndsForShapesWithoutVariates) {
-    const Stream stream = newStream(KesBrngMCG59, {1});
-    double r[512];
-    EXPECT_EQ(beta(stream.get(), 512, r, {-1, -1}), KesStatusOk);
-    EXPECT_TRUE(std::ranges::all_of(r, [](double x) { return std::isnan(x); }));
-}
-
-TYPED_TEST(Beta, FitsEveryRegion) {
-    using T = TypeParam;
-    constexpr int n = std::is_same_v<T, double> ? 1000000 : 100000;
-    const Stream stream = newStream(KesBrngMT19937, {21});
-    std::vector<T> r(n);
-    for (const auto& [p, q] : std::initializer_list<Shapes<T>>{{T(0.45), T(0.7)},
-                                                               {T(0.7), T(0.8)},
-                                                               {T(0.5), T(3)},
-                                                               {T(3), T(0.7)},
-                                                               {T(2), T(3)},
-                                                               {T(1), T(3)},
-                                                               {T(3), T(1)}}) {
-        ASSERT_EQ(beta(stream.get(), n, r.data(), {p, q}, 0, 2), KesStatusOk);
-        const double fit =
-            kolmogorovSmirnov(r, [=](double x) { return gsl_cdf_beta_P(x / 2, p, q); });
-        expectFit(fit, (std::to_string(p) + ", " + std::to_string(q)).c_str());
-    }
-}
+TEST(Beta, EndsForShapesWithoutVariates) { expectNoNumbers("beta", {-1, -1, 0, 1}); }
 
 } // namespace
