@@ -1,9 +1,11 @@
 #include "peers.hpp"
 
 #include <boost/random/additive_combine.hpp>
+#include <boost/random/beta_distribution.hpp>
 #include <boost/random/cauchy_distribution.hpp>
 #include <boost/random/exponential_distribution.hpp>
 #include <boost/random/extreme_value_distribution.hpp>
+#include <boost/random/gamma_distribution.hpp>
 #include <boost/random/laplace_distribution.hpp>
 #include <boost/random/linear_congruential.hpp>
 #include <boost/random/lognormal_distribution.hpp>
@@ -170,12 +172,30 @@ template <class T, class Draw> StreamPeer<T> ofGsl(const char* name, Draw) {
 namespace boosted = boost::random;
 
 const StreamPeer<double> drawnDoubles[] = {
+    ofGsl<double>("GSL beta(0.7, 0.8)", DRAW(gsl_ran_beta, 0.7, 0.8)),
+    ofBoost<double>("Boost beta(0.7, 0.8)",
+                    [] { return boosted::beta_distribution<>(0.7, 0.8); }),
+    ofGsl<double>("GSL beta(2, 3)", DRAW(gsl_ran_beta, 2, 3)),
+    ofBoost<double>("Boost beta(2, 3)",
+                    [] { return boosted::beta_distribution<>(2, 3); }),
     ofGsl<double>("GSL cauchy", DRAW(gsl_ran_cauchy, 1)),
     ofStd<double>("std cauchy", MAKE(std::cauchy_distribution<>)),
     ofBoost<double>("Boost cauchy", MAKE(boosted::cauchy_distribution<>)),
     ofGsl<double>("GSL exponential", DRAW(gsl_ran_exponential, 1)),
     ofStd<double>("std exponential", MAKE(std::exponential_distribution<>)),
     ofBoost<double>("Boost exponential", MAKE(boosted::exponential_distribution<>)),
+    ofGsl<double>("GSL gamma(0.5)", DRAW(gsl_ran_gamma, 0.5, 1)),
+    ofStd<double>("std gamma(0.5)", [] { return std::gamma_distribution<>(0.5); }),
+    ofBoost<double>("Boost gamma(0.5)",
+                    [] { return boosted::gamma_distribution<>(0.5); }),
+    ofGsl<double>("GSL gamma(1.5)", DRAW(gsl_ran_gamma, 1.5, 1)),
+    ofStd<double>("std gamma(1.5)", [] { return std::gamma_distribution<>(1.5); }),
+    ofBoost<double>("Boost gamma(1.5)",
+                    [] { return boosted::gamma_distribution<>(1.5); }),
+    ofGsl<double>("GSL gamma(100)", DRAW(gsl_ran_gamma, 100, 1)),
+    ofStd<double>("std gamma(100)", [] { return std::gamma_distribution<>(100); }),
+    ofBoost<double>("Boost gamma(100)",
+                    [] { return boosted::gamma_distribution<>(100); }),
     ofGsl<double>("GSL polar", DRAW(gsl_ran_gaussian, 1)),
     ofGsl<double>("GSL ziggurat", DRAW(gsl_ran_gaussian_ziggurat, 1)),
     ofStd<double>("std polar", MAKE(std::normal_distribution<>)),

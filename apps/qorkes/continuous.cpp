@@ -17,6 +17,22 @@ double bell(double z) { return std::exp(-z * z / 2) / std::sqrt(2 * pi); }
 constexpr Parameter shift = {"a", 0, &anyNumber}, scale = {"beta", 1, &positive};
 constexpr Parameter shiftAndScale[] = {shift, scale};
 
+namespace beta {
+constexpr Parameter parameters[] = {
+    {"p", 2, &positive}, {"q", 3, &positive}, shift, scale};
+Moments moments(const double* p) {
+    const double sum = p[0] + p[1];
+    return {p[2] + p[3] * p[0] / sum, p[3] * std::sqrt(p[0] * p[1] / (sum + 1)) / sum};
+}
+double density(double x, const double* p) {
+    const double z = (x - p[2]) / p[3];
+    if (z < 0 || z > 1) return 0;
+    const double norm =
+        std::lgamma(p[0]) + std::lgamma(p[1]) - std::lgamma(p[0] + p[1]);
+    return std::pow(z, p[0] - 1) * std::pow(1 - z, p[1] - 1) * std::exp(-norm) / p[3];
+}
+} // namespace beta
+
 namespace cauchy {
 double density(double x, const double* p) {
     return 1 / (pi * p[1] * (1 + square((x - p[0]) / p[1])));
@@ -29,6 +45,18 @@ double density(double x, const double* p) {
     return x < p[0] ? 0 : std::exp(-(x - p[0]) / p[1]) / p[1];
 }
 } // namespace exponential
+
+namespace gamma {
+constexpr Parameter parameters[] = {{"alpha", 2, &positive}, shift, scale};
+Moments moments(const double* p) {
+    return {p[1] + p[2] * p[0], p[2] * std::sqrt(p[0])};
+}
+double density(double x, const double* p) {
+    const double z = (x - p[1]) / p[2];
+    if (z < 0) return 0;
+    return std::pow(z, p[0] - 1) * std::exp(-z - std::lgamma(p[0])) / p[2];
+}
+} // namespace gamma
 
 namespace gaussian {
 constexpr Parameter parameters[] = {shift, {"sigma", 1, &positive}};
@@ -112,6 +140,16 @@ double density(double x, const double* p) {
 std::vector<Distribution> continuousDistributions() {
     return {
         {
+            .name = "beta",
+            .description =
+                "shares: of a gamma variate of shape p in a sum with one of q",
+            .parameters = beta::parameters,
+            .doubles = drawBy<_kesdRngBeta>,
+            .singles = drawBy<_kessRngBeta>,
+            .moments = beta::moments,
+            .density = beta::density,
+        },
+        {
             .name = "cauchy",
             .description = "quotient of two normal numbers; without moments",
             .parameters = shiftAndScale,
@@ -127,6 +165,15 @@ std::vector<Distribution> continuousDistributions() {
             .singles = drawBy<_kessRngExponential>,
             .moments = exponential::moments,
             .density = exponential::density,
+        },
+        {
+            .name = "gamma",
+            .description = "waiting times for alpha events that come at random",
+            .parameters = gamma::parameters,
+            .doubles = drawBy<_kesdRngGamma>,
+            .singles = drawBy<_kessRngGamma>,
+            .moments = gamma::moments,
+            .density = gamma::density,
         },
         {
             .name = "gaussian",

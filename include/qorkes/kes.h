@@ -569,7 +569,36 @@ QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
 QORKES_API int _kesiRngBernoulli(int method, StreamState* stream, int n, int32_t* r,
                                  double p);
 
-/* ---- Distribution Beta --------------------------------------------------------- */
+/* ---- Distribution Beta ------------------------------------------------------------
+ *
+ * Density ((x - a) / beta)^(p-1) (1 - (x - a) / beta)^(q-1) / (B(p, q) beta) on
+ * [a, a + beta]; shapes p > 0 and q > 0, displacement a, scale beta > 0.
+ *
+ *     p < 1, q < 1    powers of two uniforms by rejection, where p and q are small:
+ *                     Johnk, "Erzeugung von betaverteilten und gammaverteilten
+ *                     Zufallszahlen", Metrika 8, 1964; a switching envelope where
+ *                     0.8522552176537243 p^2 - 0.9562409713408151 + q > 0: Atkinson and
+ *                     Whittaker, "A switching algorithm for the generation of beta
+ *                     random variables with at least one parameter less than 1",
+ *                     Journal of the Royal Statistical Society A 139, 1976
+ *     only one below  a switching envelope of the same source
+ *     p > 1, q > 1    a logistic envelope: Cheng, "Generating beta variates with
+ *                     nonintegral shape parameters", Communications of the ACM 21, 1978
+ *     one of them 1   a power of a uniform: 1 - u^(1/q) if p is 1, else u^(1/p)
+ *
+ * The last line takes one uniform a variate, drawn by one call. The others take two an
+ * attempt, in blocks of as many attempts as variates are missing, at most 512: n of 0
+ * and below draws nothing. A shape that is no number gives a uniform on [a, a + beta)
+ * if the other one is no 1.
+ *
+ * If a draw fails, r holds the variates so far, in [0, 1], and may hold uniforms behind
+ * them. Shapes that are so small that both powers always underflow, and illegal ones,
+ * would never give a variate: after 2^20 attempts in vain the rest of r becomes NaN.
+ */
+QORKES_API int _kesdRngBeta(int method, StreamState* stream, int n, double* r, double p,
+                            double q, double a, double beta);
+QORKES_API int _kessRngBeta(int method, StreamState* stream, int n, float* r, float p,
+                            float q, float a, float beta);
 
 /* ---- Distribution Binomial ----------------------------------------------------- */
 
@@ -597,7 +626,36 @@ QORKES_API int _kesdRngExponential(int method, StreamState* stream, int n, doubl
 QORKES_API int _kessRngExponential(int method, StreamState* stream, int n, float* r,
                                    float a, float beta);
 
-/* ---- Distribution Gamma -------------------------------------------------------- */
+/* ---- Distribution Gamma -----------------------------------------------------------
+ *
+ * Density ((x - a) / beta)^(alpha-1) exp(-(x - a) / beta) / (Gamma(alpha) beta) on
+ * [a, infinity); shape alpha > 0, displacement a, scale beta > 0.
+ *
+ *     alpha > 1         the cube of a normal by rejection: Marsaglia and Tsang, "A
+ *                       simple method for generating gamma variables", ACM
+ *                       Transactions on Mathematical Software 26, 2000
+ *     alpha = 1         _kesdRngExponential, _kessRngExponential
+ *     0.6 <= alpha < 1  a Weibull envelope: Vaduva, "On computer generation of gamma
+ *                       random variables by rejection and composition procedures",
+ *                       Mathematische Operationsforschung und Statistik 8, 1977
+ *     alpha < 0.6       a power of a variate of the exponential power distribution:
+ *                       Devroye, "Non-Uniform Random Variate Generation", 1986
+ *
+ * Shapes other than 1 take two uniforms an attempt, in blocks of as many attempts as
+ * variates are missing, at most 512: n of 0 and below draws nothing. Above 1, attempts
+ * are drawn in pairs, since two normals come together; one that is over waits with the
+ * stream (chunk 7 for doubles, 8 for floats) and is made first when the stream is next
+ * asked for gamma variates of any shape above 1.
+ *
+ * If a draw fails, r holds the variates so far, without displacement and scale, and an
+ * attempt that waited is lost. KesStatusNoMemory if there is none for the chunk. Shapes
+ * of 0 and below take the last way as they are; where that never gives a variate, the
+ * rest of r becomes NaN after 2^20 attempts in vain.
+ */
+QORKES_API int _kesdRngGamma(int method, StreamState* stream, int n, double* r,
+                             double alpha, double a, double beta);
+QORKES_API int _kessRngGamma(int method, StreamState* stream, int n, float* r,
+                             float alpha, float a, float beta);
 
 /* ---- Distribution Gaussian --------------------------------------------------------
  *

@@ -38,6 +38,13 @@ QORKES_INLINE void power(int n, const float* a, float b, float* y) {
     _qorsPowx_HA(n, a, b, y);
 }
 
+QORKES_INLINE void quickPower(int n, const double* a, const double* b, double* y) {
+    _qordPow_50(n, a, b, y);
+}
+QORKES_INLINE void quickPower(int n, const float* a, const float* b, float* y) {
+    _qorsPow_21(n, a, b, y);
+}
+
 QORKES_INLINE void quickSine(int n, const double* a, double* y) {
     _qordSin_HA(n, a, y);
 }
@@ -96,6 +103,22 @@ QORKES_INLINE double squareRootOf(double x) {
 }
 QORKES_INLINE float squareRootOf(float x) {
     _qorsSqrt_HA(1, &x, &x);
+    return x;
+}
+QORKES_INLINE double powerOf(double x, double y) {
+    _qordPowx_HA(1, &x, y, &x);
+    return x;
+}
+QORKES_INLINE float powerOf(float x, float y) {
+    _qorsPowx_HA(1, &x, y, &x);
+    return x;
+}
+QORKES_INLINE double quickPowerOf(double x, double y) {
+    _qordPow_50(1, &x, &y, &x);
+    return x;
+}
+QORKES_INLINE float quickPowerOf(float x, float y) {
+    _qorsPow_21(1, &x, &y, &x);
     return x;
 }
 
