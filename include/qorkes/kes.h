@@ -464,6 +464,8 @@ QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
 /* ---- Distribution Beta --------------------------------------------------------- */
 
 /* ---- Distribution Binomial ----------------------------------------------------- */
+QORKES_API int _kesiRngBinomial(int method, StreamState* stream, int n, int32_t* r,
+                                int32_t ntrial, double p);
 
 /* ---- Distribution Cauchy ------------------------------------------------------- */
 
@@ -480,12 +482,16 @@ QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
 /* ---- Distribution Gumbel ------------------------------------------------------- */
 
 /* ---- Distribution Hypergeometric ----------------------------------------------- */
+QORKES_API int _kesiRngHypergeometric(int method, StreamState* stream, int n,
+                                      int32_t* r, int32_t l, int32_t s, int32_t m);
 
 /* ---- Distribution Laplace ------------------------------------------------------ */
 
 /* ---- Distribution Lognormal ---------------------------------------------------- */
 
 /* ---- Distribution Negbinomial -------------------------------------------------- */
+QORKES_API int _kesiRngNegbinomial(int method, StreamState* stream, int n, int32_t* r,
+                                   double a, double p);
 
 /* ---- Distribution Poisson, PoissonV -------------------------------------------- */
 
