@@ -459,7 +459,16 @@ QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
  * tested.
  */
 
-/* ---- Distribution Bernoulli ---------------------------------------------------- */
+/* ---- Distribution Bernoulli -------------------------------------------------------
+ *
+ * 1 with probability p, else 0; 0 <= p <= 1. Mean p, variance p (1 - p).
+ *
+ * Method: 1 where a float uniform from [0, 1) is below p. One float uniform a variate,
+ * in one draw; a draw that fails leaves what it wrote in r. A float has 24 bits, so p
+ * is met to 6e-8; a uniform that is rounded up to 1 gives 0 for p = 1 too.
+ */
+QORKES_API int _kesiRngBernoulli(int method, StreamState* stream, int n, int32_t* r,
+                                 double p);
 
 /* ---- Distribution Beta --------------------------------------------------------- */
 
@@ -467,35 +476,192 @@ QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
 QORKES_API int _kesiRngBinomial(int method, StreamState* stream, int n, int32_t* r,
                                 int32_t ntrial, double p);
 
-/* ---- Distribution Cauchy ------------------------------------------------------- */
+/* ---- Distribution Cauchy ----------------------------------------------------------
+ *
+ * Density 1 / (pi beta (1 + z^2)), z = (x - a) / beta: centre a, scale beta > 0. No
+ * moments. a + beta tan(v), v uniform on [-pi/2, pi/2), by _qordTan_50 or _qorsTan_21:
+ * the inverse of the distribution function (von Neumann 1951). One uniform a variate.
+ */
+QORKES_API int _kesdRngCauchy(int method, StreamState* stream, int n, double* r,
+                              double a, double beta);
+QORKES_API int _kessRngCauchy(int method, StreamState* stream, int n, float* r, float a,
+                              float beta);
 
-/* ---- Distribution Exponential -------------------------------------------------- */
+/* ---- Distribution Exponential -----------------------------------------------------
+ *
+ * Density exp(-(x - a) / beta) / beta for x >= a: displacement a, scale beta > 0; mean
+ * a + beta, deviation beta. a - beta ln(u), u uniform on [0, 1), by Ln HA: the inverse
+ * of the distribution function (von Neumann, "Various techniques used in connection
+ * with random digits", 1951). One uniform a variate; u = 0 gives an infinity. Rounding
+ * may put a double below a; floats are held at a.
+ */
+QORKES_API int _kesdRngExponential(int method, StreamState* stream, int n, double* r,
+                                   double a, double beta);
+QORKES_API int _kessRngExponential(int method, StreamState* stream, int n, float* r,
+                                   float a, float beta);
 
 /* ---- Distribution Gamma -------------------------------------------------------- */
 
-/* ---- Distribution Gaussian ----------------------------------------------------- */
+/* ---- Distribution Gaussian --------------------------------------------------------
+ *
+ * Density exp(-z^2 / 2) / (sigma sqrt(2 pi)), z = (x - a) / sigma: mean a, deviation
+ * sigma > 0. The transform of Box and Muller, "A note on the generation of random
+ * normal deviates", Annals of Mathematical Statistics 29, 1958: of two uniforms u, v
+ * follow sqrt(-2 ln(u)) sin(2 pi v) and sqrt(-2 ln(u)) cos(2 pi v), which are
+ * independent. By Ln HA and Sqrt HA; Sin, Cos, SinCos HA for doubles and 21 for floats.
+ *
+ *   method 0   the sine value alone: two uniforms a variate, nothing kept
+ *   method 1   the sine value, then the cosine value: two uniforms for two variates
+ *
+ * Other methods are not refused; they lead astray. Uniforms are drawn in blocks of
+ * 1024; method 0 ends with a draw of what is left, even if that is none. Method 1 keeps
+ * the two uniforms of a pair whose cosine value is still to come with the stream (chunk
+ * 2, floats chunk 1, where -1 stands for none), and begins the next call with it: the
+ * sequence is the same in whatever calls it is drawn. n = 0 must not be asked of it: it
+ * writes two variates when one is kept. KesStatusNoMemory if the chunk cannot be made.
+ * A draw that fails leaves numbers that are not scaled, and with method 1 a chunk that
+ * no longer holds uniforms.
+ */
+QORKES_API int _kesdRngGaussian(int method, StreamState* stream, int n, double* r,
+                                double a, double sigma);
+QORKES_API int _kessRngGaussian(int method, StreamState* stream, int n, float* r,
+                                float a, float sigma);
 
-/* ---- Distribution GaussianMV --------------------------------------------------- */
+/* ---- Distribution GaussianMV ------------------------------------------------------
+ *
+ * n vectors of dimen elements, one after another: normal with the mean vector a and the
+ * covariance matrix T T', for which the caller gives a lower triangular T, such as the
+ * factor of Cholesky. Each is a + T z with z from Gaussian by the same method (Scheuer
+ * and Stoller, "On the generation of normal random vectors", Technometrics 4, 1962);
+ * the product is summed column by column, doubles rounded once for each term. dimen = 1
+ * is Gaussian with a[0] and t[0].
+ *
+ *   KesMatrixStorageFull       dimen rows of dimen; nothing above the diagonal is read
+ *   KesMatrixStoragePacked     the columns of the triangle, each from the diagonal down
+ *   KesMatrixStorageDiagonal   the diagonal alone
+ *   another number             r keeps standard normal numbers; no failure
+ *
+ * Full and packed factors need an array of dimen elements from malloc: r keeps standard
+ * normal numbers when there is none (KesStatusNoMemory).
+ */
+#define KesMatrixStorageFull     0
+#define KesMatrixStoragePacked   1
+#define KesMatrixStorageDiagonal 2
 
-/* ---- Distribution Geometric ---------------------------------------------------- */
+QORKES_API int _kesdRngGaussianMV(int method, StreamState* stream, int n, double* r,
+                                  int dimen, int mstorage, const double* a,
+                                  const double* t);
+QORKES_API int _kessRngGaussianMV(int method, StreamState* stream, int n, float* r,
+                                  int dimen, int mstorage, const float* a,
+                                  const float* t);
 
-/* ---- Distribution Gumbel ------------------------------------------------------- */
+/* ---- Distribution Geometric -------------------------------------------------------
+ *
+ * The failures before the first success: k = 0, 1, ... with probability p (1 - p)^k;
+ * 0 < p <= 1. Mean (1 - p) / p, variance (1 - p) / p^2.
+ *
+ * Method: inversion, ln u / ln(1 - p) truncated (Devroye, "Non-uniform random variate
+ * generation", 1986, chapter X.2), with a float uniform u from [0, 1) and its float
+ * logarithm: means above 1e5 show the steps of u. One float uniform a variate, in one
+ * draw; a draw that fails leaves what it wrote in r. Variates of 2^31 and more are not
+ * representable: what is stored for them, and for u = 0, means nothing.
+ */
+QORKES_API int _kesiRngGeometric(int method, StreamState* stream, int n, int32_t* r,
+                                 double p);
+
+/* ---- Distribution Gumbel ----------------------------------------------------------
+ *
+ * Density exp(z - exp(z)) / beta, z = (x - a) / beta: the limit law of smallest values
+ * (Gumbel, "Statistics of extremes", 1958), mode a, scale beta > 0; mean a - 0.57722
+ * beta, deviation pi beta / sqrt(6). a + beta ln(e) by Ln HA, e from Exponential with 0
+ * and 1. One uniform a variate; a float e of 0 gives -infinity.
+ */
+QORKES_API int _kesdRngGumbel(int method, StreamState* stream, int n, double* r,
+                              double a, double beta);
+QORKES_API int _kessRngGumbel(int method, StreamState* stream, int n, float* r, float a,
+                              float beta);
 
 /* ---- Distribution Hypergeometric ----------------------------------------------- */
 QORKES_API int _kesiRngHypergeometric(int method, StreamState* stream, int n,
                                       int32_t* r, int32_t l, int32_t s, int32_t m);
 
-/* ---- Distribution Laplace ------------------------------------------------------ */
+/* ---- Distribution Laplace ---------------------------------------------------------
+ *
+ * Density exp(-abs(x - a) / beta) / (2 beta): mean a, deviation sqrt(2) beta, beta > 0.
+ * a -+ beta ln(u) by Ln HA, below a when a second uniform is above 0.5 (Devroye, "Non-
+ * uniform random variate generation", 1986). Two uniforms a variate, u first, drawn in
+ * blocks of 2048; the last draw is of what is left, even if that is none.
+ */
+QORKES_API int _kesdRngLaplace(int method, StreamState* stream, int n, double* r,
+                               double a, double beta);
+QORKES_API int _kessRngLaplace(int method, StreamState* stream, int n, float* r,
+                               float a, float beta);
 
-/* ---- Distribution Lognormal ---------------------------------------------------- */
+/* ---- Distribution Lognormal -------------------------------------------------------
+ *
+ * b + beta exp(z), z normal with mean a and deviation sigma > 0: density
+ * exp(-(ln((x - b) / beta) - a)^2 / (2 sigma^2)) / (sigma sqrt(2 pi) (x - b)) for x >
+ * b; mean b + beta exp(a + sigma^2 / 2) (Aitchison and Brown, "The lognormal
+ * distribution", 1957). z is Gaussian by method 1, with what is said there of pairs,
+ * chunks and n = 0; then Exp HA.
+ */
+QORKES_API int _kesdRngLognormal(int method, StreamState* stream, int n, double* r,
+                                 double a, double sigma, double b, double beta);
+QORKES_API int _kessRngLognormal(int method, StreamState* stream, int n, float* r,
+                                 float a, float sigma, float b, float beta);
 
 /* ---- Distribution Negbinomial -------------------------------------------------- */
 QORKES_API int _kesiRngNegbinomial(int method, StreamState* stream, int n, int32_t* r,
                                    double a, double p);
 
-/* ---- Distribution Poisson, PoissonV -------------------------------------------- */
+/* ---- Distribution Poisson, PoissonV -----------------------------------------------
+ *
+ * k = 0, 1, ... with probability exp(-lambda) lambda^k / k!; lambda >= 0. Mean and
+ * variance lambda. PoissonV takes one mean for each variate, an array of n.
+ *
+ * Method 0 is exact. Below a mean of 27: the first of the cumulative probabilities that
+ * a double uniform is below (inversion by sequential search, Devroye, "Non-uniform
+ * random variate generation", 1986, chapter III.2), one uniform a variate, drawn in
+ * blocks of 512. A uniform that is not below their sum, which rounding may leave short
+ * of 1, goes on with further terms until they add nothing. From 27 on: PTPE, acceptance
+ * from a hat of triangle, parallelograms and two exponential tails (Kachitvichyanukul
+ * and Schmeiser, "Binomial random variate generation", Communications of the ACM 31,
+ * 1988, and their work on Poisson variates), two float uniforms an attempt, in draws of
+ * twice the variates still wanted and at most 512. Set-up for the last mean of each
+ * kind stays with the stream, in chunk 3 of 672 bytes, so that a stream serves a small
+ * and a large mean without setting up again.
+ *
+ * Method 1 and PoissonV are approximate and faster: a normal variate (method 1 of
+ * Gaussian, of which they share the spare variate) goes through a polynomial fitted to
+ * the distribution's quantiles (after Cornish and Fisher, "Moments and cumulants in the
+ * specification of distributions", Review of the International Statistical Institute 5,
+ * 1937), one normal a variate. Their laws depart from the exact one by a total
+ * variation of some 1e-4, floats near the mean adding theirs as the mean grows:
+ * `qorkes-mapping` prints the figures. Exceptions: method 1 below a mean of 1 compares
+ * one float uniform from [0, exp(lambda)) with partial sums of the exponential series,
+ * and gives at most 11; PoissonV below 1/16 does that with a uniform made from the
+ * normal.
+ *
+ * KesStatusNoMemory or a failure of the generator beneath: method 0 has then written
+ * the variates of the blocks before, the others leave floats in r.
+ */
+QORKES_API int _kesiRngPoisson(int method, StreamState* stream, int n, int32_t* r,
+                               double lambda);
+QORKES_API int _kesiRngPoissonV(int method, StreamState* stream, int n, int32_t* r,
+                                const double* lambda);
 
-/* ---- Distribution Rayleigh ----------------------------------------------------- */
+/* ---- Distribution Rayleigh --------------------------------------------------------
+ *
+ * Density 2 z exp(-z^2) / beta, z = (x - a) / beta, for x >= a: displacement a, scale
+ * beta > 0; mean a + beta sqrt(pi) / 2, deviation beta sqrt(1 - pi/4). The scale is
+ * sqrt(2) times that of the usual form. a + beta sqrt(-ln(u)), u uniform on [0, 1), by
+ * Ln HA and Sqrt HA: the inverse of the distribution function (von Neumann 1951). One
+ * uniform a variate; u = 0 gives an infinity.
+ */
+QORKES_API int _kesdRngRayleigh(int method, StreamState* stream, int n, double* r,
+                                double a, double beta);
+QORKES_API int _kessRngRayleigh(int method, StreamState* stream, int n, float* r,
+                                float a, float beta);
 
 /* ---- Distribution Uniform ---------------------------------------------------------
  *
@@ -507,15 +673,50 @@ QORKES_API int _kesdRngUniform(int method, StreamState* stream, int n, double* r
 QORKES_API int _kessRngUniform(int method, StreamState* stream, int n, float* r,
                                float a, float b);
 
+/* Integers a, a + 1, ..., b - 1 with equal probability; a < b. The floors of doubles
+ * from [a, b), one double uniform a variate, in one sequence however n is divided:
+ * n / 2 at once where that is above 1024, the rest in draws of 1024 and less. A range
+ * wider than the generator's steps leaves gaps; a double that is rounded up to b gives
+ * b. A draw that fails ends the call, with the variates of earlier draws in r. */
+QORKES_API int _kesiRngUniform(int method, StreamState* stream, int n, int32_t* r,
+                               int32_t a, int32_t b);
+
 /* ---- Distribution UniformBits -----------------------------------------------------
  *
  * The generator's own integers, n elements of its WordSize bytes each.
  */
 QORKES_API int _kesiRngUniformBits(int method, StreamState* stream, int n, uint32_t* r);
 
-/* ---- Distribution Weibull ------------------------------------------------------ */
+/* ---- Distribution Weibull ---------------------------------------------------------
+ *
+ * Density alpha z^(alpha - 1) exp(-z^alpha) / beta, z = (x - a) / beta, for x >= a:
+ * shape alpha > 0, displacement a, scale beta > 0 (Weibull, "A statistical distribution
+ * function of wide applicability", Journal of Applied Mechanics 18, 1951); mean
+ * a + beta gamma(1 + 1/alpha). a + beta (-ln(u))^(1/alpha), u uniform on [0, 1), by Ln
+ * HA and Powx HA: the inverse of the distribution function. One uniform a variate; u =
+ * 0 gives an infinity.
+ */
+QORKES_API int _kesdRngWeibull(int method, StreamState* stream, int n, double* r,
+                               double alpha, double a, double beta);
+QORKES_API int _kessRngWeibull(int method, StreamState* stream, int n, float* r,
+                               float alpha, float a, float beta);
 
-/* ---- Scalar helpers ------------------------------------------------------------ */
+/* ---- Scalar helpers ---------------------------------------------------------------
+ *
+ * One number at a time, for callers; no distribution of the library uses them. They
+ * compute at the precision of the caller's x87 control word.
+ *
+ *   __kesdLn      ln(x) by rows of 256 and a polynomial (Tang, "Table-driven
+ *                 implementation of the logarithm function", ACM Transactions on
+ *                 Mathematical Software 16, 1990); -infinity of +-0, a NaN below 0
+ *   __kessLn      the same, rounded to float
+ *   __kesdFloor   the greatest integer not above x; -0 of -0
+ *   __kesdSqrt    the square root of the x87 unit
+ */
+QORKES_API double __kesdLn(double x);
+QORKES_API float __kessLn(float x);
+QORKES_API double __kesdFloor(double x);
+QORKES_API double __kesdSqrt(double x);
 
 /* ---- Tasks: convolution and correlation ---------------------------------------- */
 

@@ -32,12 +32,11 @@ QORKES_INLINE bool failed(int status) { return status < 0; }
 /// block(start, count) over [0, n): full blocks, then the rest, which is a block too
 /// when nothing is left. Each returns a status; the last one is the call's.
 template <int size, class Block> QORKES_INLINE int inBlocks(int n, Block&& block) {
-    int start = 0;
-    for (; n - start >= size; start += size) {
-        const int status = block(start, size);
-        if (failed(status)) return status;
+    for (int start = 0;; start += size) {
+        const int count = n - start < size ? n - start : size;
+        const int status = block(start, count);
+        if (failed(status) || count < size) return status;
     }
-    return block(start, n - start);
 }
 
 /// The chunk of this number, made from `initial` when the stream has none.
@@ -66,10 +65,45 @@ template <class Lane> QORKES_INLINE void inFours(int n, float* r, Lane&& lane) {
     for (; i < n; ++i) _mm_store_ss(r + i, lane(_mm_load_ss(r + i)));
 }
 
+/// The same of lane(four of r, four of x).
+template <class Lane>
+QORKES_INLINE void inFours(int n, float* r, const float* x, Lane&& lane) {
+    int i = 0;
+    for (; i < n - 3; i += 4)
+        _mm_storeu_ps(r + i, lane(_mm_loadu_ps(r + i), _mm_loadu_ps(x + i)));
+    for (; i < n; ++i)
+        _mm_store_ss(r + i, lane(_mm_load_ss(r + i), _mm_load_ss(x + i)));
+}
+
 /// r[i] = r[i] * factor + shift, rounded twice.
 QORKES_INLINE void scale(int n, float* r, float factor, float shift) {
     const __m128 factors = _mm_set1_ps(factor), shifts = _mm_set1_ps(shift);
     inFours(n, r, [=](__m128 x) { return _mm_add_ps(_mm_mul_ps(x, factors), shifts); });
+}
+
+/// r[i] = r[i] * factor.
+QORKES_INLINE void multiply(int n, double* r, double factor) {
+    for (int i = 0; i < n; ++i) r[i] = round64(ext{r[i]} * factor);
+}
+QORKES_INLINE void multiply(int n, float* r, float factor) {
+    const __m128 factors = _mm_set1_ps(factor);
+    inFours(n, r, [=](__m128 x) { return _mm_mul_ps(x, factors); });
+}
+
+/// r[i] = r[i] * x[i].
+QORKES_INLINE void multiply(int n, double* r, const double* x) {
+    for (int i = 0; i < n; ++i) r[i] = round64(ext{r[i]} * x[i]);
+}
+QORKES_INLINE void multiply(int n, float* r, const float* x) {
+    inFours(n, r, x, [](__m128 a, __m128 b) { return _mm_mul_ps(a, b); });
+}
+
+/// r[i] = -r[i]; of floats 0 - r[i], which has no negative zero.
+QORKES_INLINE void negate(int n, double* r) {
+    for (int i = 0; i < n; ++i) r[i] = round64(-ext{r[i]});
+}
+QORKES_INLINE void negate(int n, float* r) {
+    inFours(n, r, [](__m128 x) { return _mm_sub_ps(_mm_setzero_ps(), x); });
 }
 
 } // namespace qorkes

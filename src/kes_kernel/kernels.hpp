@@ -1,6 +1,6 @@
 // The vector kernels that distributions stand on, by the type of the numbers: an
-// algorithm is written once for doubles and floats. Where the double kernel is the _HA
-// one and the float kernel is a fast one, the name says `quick`.
+// algorithm is written once for doubles and floats. Where the float kernel is a fast
+// one, the name says `quick`.
 #pragma once
 
 #include <common/abi.hpp>
@@ -56,6 +56,13 @@ QORKES_INLINE void quickSineCosine(int n, const double* a, double* sine,
 }
 QORKES_INLINE void quickSineCosine(int n, const float* a, float* sine, float* cosine) {
     _qorsSinCos_21(n, a, sine, cosine);
+}
+
+QORKES_INLINE void quickTangent(int n, const double* a, double* y) {
+    _qordTan_50(n, a, y);
+}
+QORKES_INLINE void quickTangent(int n, const float* a, float* y) {
+    _qorsTan_21(n, a, y);
 }
 
 /// Every step-th number of a; y may be a.

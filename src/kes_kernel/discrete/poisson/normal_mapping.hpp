@@ -1,0 +1,111 @@
+// Method 1 of Poisson: a curve through the distribution's quantiles, in powers of a
+// normal variate (after Cornish and Fisher, "Moments and cumulants in the specification
+// of distributions", 1937). Coefficients are formed once for a mean, in extended
+// precision, and rounded to floats; variates are mapped in single precision.
+#pragma once
+
+#include <common/bits.hpp>
+#include <kes_kernel/discrete/polynomial.hpp>
+#include <kes_kernel/frame.hpp>
+#include <kes_kernel/kernels.hpp>
+
+namespace qorkes {
+namespace normal_mapping {
+
+#include "_kes_ipoisson_tables.inc"
+
+/// The least mean of the first row, and the rows themselves.
+constexpr double largeMean = _kesiPoissonPoisnormD[0];
+constexpr const double *largeRow = _kesiPoissonPoisnormD + 1,
+                       *binadeRows = _kesiPoissonPoisnormD + 24,
+                       *exponentialRow = _kesiPoissonPoisnormD + 185;
+constexpr int rowLength = 23;
+
+QORKES_INLINE __m128 lanes(float x) { return _mm_set1_ps(x); }
+
+/// lane * factor + addend, rounded twice.
+QORKES_INLINE __m128 timesPlus(__m128 x, __m128 factor, __m128 addend) {
+    return _mm_add_ps(_mm_mul_ps(x, factor), addend);
+}
+
+/// Means from 100 on: normals come with a mean and a deviation of their own.
+struct Large {
+    float mean, deviation, b1, b2, b3;
+
+    explicit Large(double lambda) {
+        const double* d = largeRow;
+        const ext w = 1 / ext{lambda};
+        mean = round32(d[0] + ext{lambda} + polynomial<2>(d + 1, w) * w);
+        deviation = squareRootOf(
+            round64(ext{lambda} + d[4] + w * polynomial<2>(d + 5, w)));
+        b1 = round32(w * polynomial<4>(d + 8, w));
+        b2 = round32(w * polynomial<4>(d + 13, w));
+        b3 = round32(w * polynomial<4>(d + 18, w));
+    }
+
+    QORKES_INLINE __m128 operator()(__m128 g) const {
+        const __m128 e = _mm_sub_ps(g, lanes(mean));
+        const __m128 bend = _mm_mul_ps(
+            timesPlus(timesPlus(e, lanes(b3), lanes(b2)), e, lanes(b1)), e);
+        const __m128 y = _mm_add_ps(_mm_add_ps(bend, g), lanes(1));
+        return _mm_max_ps(_mm_setzero_ps(), y);
+    }
+};
+
+/// Means from 1 to 100, a row for each binary exponent; standard normals.
+struct Middle {
+    float c[6];
+
+    explicit Middle(double lambda) {
+        const auto exponent = (highWord(lambda) >> 20) - 1023;
+        const double* row = binadeRows + rowLength * exponent;
+        const ext x = round32(significandOf(lambda)) - 1;
+        c[0] = round32(polynomial<2>(row, x));
+        for (int i = 1; i < 6; ++i) c[i] = round32(polynomial<3>(row + 4 * i - 1, x));
+    }
+
+    QORKES_INLINE __m128 operator()(__m128 g) const {
+        __m128 t = timesPlus(g, lanes(c[5]), lanes(c[4]));
+        t = timesPlus(t, g, lanes(c[3]));
+        t = _mm_mul_ps(timesPlus(t, g, lanes(c[2])), g);
+        const __m128 y = _mm_add_ps(timesPlus(t, lanes(c[1]), lanes(1)), lanes(c[0]));
+        return _mm_max_ps(y, _mm_setzero_ps());
+    }
+};
+
+/// Means below 1: the partial sums of exp(lambda) that a uniform below it exceeds.
+struct Small {
+    float end;
+    float sums[11];
+
+    explicit Small(double lambda) {
+        end = round32(polynomial<7>(exponentialRow, lambda));
+        ext term = 1;
+        sums[0] = 1;
+        for (int k = 1; k < 11; ++k) {
+            term = term * lambda / k;
+            sums[k] = round32(sums[k - 1] + term);
+        }
+    }
+
+    QORKES_INLINE __m128 operator()(__m128 u) const {
+        __m128 count = _mm_setzero_ps();
+        for (const float sum : sums)
+            count = _mm_add_ps(count,
+                               _mm_and_ps(_mm_cmpgt_ps(u, lanes(sum)), lanes(1)));
+        return count;
+    }
+};
+
+/// The mapped floats, truncated to integers, in their place.
+template <class Map>
+QORKES_NOINLINE void mapAll(int n, FloatInPlace* r, const Map& map) {
+    int i = 0;
+    for (; i < n - 3; i += 4) {
+        const __m128 y = map(_mm_loadu_ps(r + i));
+        _mm_storel_pi(reinterpret_cast<__m64*>(r + i), _mm_setzero_ps());
+    }
+}
+
+} // namespace normal_mapping
+} // namespace qorkes
