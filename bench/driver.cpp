@@ -1,5 +1,5 @@
-// qorkes-bench: times every row of the tables in kernels.cpp, streams.cpp and
-// signal.cpp.
+// qorkes-bench: times every row of the tables in kernels.cpp, streams.cpp,
+// distributions.cpp and signal.cpp.
 //
 // One round times our entry, the x87 peer and the SSE2 peer, each for about a
 // millisecond, and gives a ratio for each peer. The rounds of a row are spread over
@@ -130,7 +130,7 @@ std::string lineOf(const MeasuredRow& measured) {
 
 std::vector<MeasuredRow> rowsWith(const std::string& part) {
     std::vector<MeasuredRow> rows;
-    for (const auto& table : {kernelRows(), streamRows()})
+    for (const auto& table : {kernelRows(), streamRows(), distributionRows()})
         for (const Row& row : table)
             if (row.ours.find(part) != std::string::npos) rows.push_back({row});
     return rows;

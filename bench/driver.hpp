@@ -30,6 +30,7 @@ struct SizedRow {
     std::function<Contest()> prepare;
 };
 
+std::vector<Row> distributionRows();
 std::vector<Row> kernelRows();
 std::vector<Row> streamRows();
 std::vector<SizedRow> signalRows();

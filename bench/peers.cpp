@@ -1,9 +1,17 @@
 #include "peers.hpp"
 
 #include <boost/random/additive_combine.hpp>
+#include <boost/random/cauchy_distribution.hpp>
+#include <boost/random/exponential_distribution.hpp>
+#include <boost/random/extreme_value_distribution.hpp>
+#include <boost/random/laplace_distribution.hpp>
 #include <boost/random/linear_congruential.hpp>
+#include <boost/random/lognormal_distribution.hpp>
 #include <boost/random/mersenne_twister.hpp>
+#include <boost/random/normal_distribution.hpp>
 #include <boost/random/uniform_real_distribution.hpp>
+#include <boost/random/weibull_distribution.hpp>
+#include <gsl/gsl_randist.h>
 #include <gsl/gsl_rng.h>
 
 #include <cmath>
@@ -112,11 +120,79 @@ const StreamPeer<T> streamPeers[] = {
     {"GSL taus88", fillFromGsl<gsl_rng_taus, T>},
 };
 
+// ---- Distributions, all of them over a Mersenne Twister of the same library ---------
+
+/// make() is a distribution of the C++ standard library or of Boost.
+template <class Engine, class T, class Make>
+StreamPeer<T> drawing(const char* name, Make) {
+    return {name, [](int n, T* y) {
+                static Engine engine;
+                static auto distribution = Make{}();
+                for (int i = 0; i < n; ++i) y[i] = distribution(engine);
+            }};
+}
+template <class T, class Make> StreamPeer<T> ofStd(const char* name, Make make) {
+    return drawing<std::mt19937, T>(name, make);
+}
+template <class T, class Make> StreamPeer<T> ofBoost(const char* name, Make make) {
+    return drawing<boost::random::mt19937, T>(name, make);
+}
+
+/// draw(generator) is a variate of the GNU Scientific Library.
+template <class T, class Draw> StreamPeer<T> ofGsl(const char* name, Draw) {
+    return {name, [](int n, T* y) {
+                static gsl_rng* const generator = gsl_rng_alloc(gsl_rng_mt19937);
+                for (int i = 0; i < n; ++i) y[i] = static_cast<T>(Draw{}(generator));
+            }};
+}
+
+#define MAKE(...)    [] { return __VA_ARGS__(); }
+#define DRAW(f, ...) [](gsl_rng* g) { return f(g, __VA_ARGS__); }
+
+namespace boosted = boost::random;
+
+const StreamPeer<double> drawnDoubles[] = {
+    ofGsl<double>("GSL cauchy", DRAW(gsl_ran_cauchy, 1)),
+    ofStd<double>("std cauchy", MAKE(std::cauchy_distribution<>)),
+    ofBoost<double>("Boost cauchy", MAKE(boosted::cauchy_distribution<>)),
+    ofGsl<double>("GSL exponential", DRAW(gsl_ran_exponential, 1)),
+    ofStd<double>("std exponential", MAKE(std::exponential_distribution<>)),
+    ofBoost<double>("Boost exponential", MAKE(boosted::exponential_distribution<>)),
+    ofGsl<double>("GSL polar", DRAW(gsl_ran_gaussian, 1)),
+    ofGsl<double>("GSL ziggurat", DRAW(gsl_ran_gaussian_ziggurat, 1)),
+    ofStd<double>("std polar", MAKE(std::normal_distribution<>)),
+    ofBoost<double>("Boost ziggurat", MAKE(boosted::normal_distribution<>)),
+    ofGsl<double>("GSL gumbel", DRAW(gsl_ran_gumbel1, 1, 1)),
+    ofStd<double>("std gumbel", MAKE(std::extreme_value_distribution<>)),
+    ofBoost<double>("Boost gumbel", MAKE(boosted::extreme_value_distribution<>)),
+    ofGsl<double>("GSL laplace", DRAW(gsl_ran_laplace, 1)),
+    ofBoost<double>("Boost laplace", MAKE(boosted::laplace_distribution<>)),
+    ofGsl<double>("GSL lognormal", DRAW(gsl_ran_lognormal, 0, 1)),
+    ofStd<double>("std lognormal", MAKE(std::lognormal_distribution<>)),
+    ofBoost<double>("Boost lognormal", MAKE(boosted::lognormal_distribution<>)),
+    ofGsl<double>("GSL rayleigh", DRAW(gsl_ran_rayleigh, 1)),
+    ofGsl<double>("GSL weibull", DRAW(gsl_ran_weibull, 1, 2)),
+    ofStd<double>("std weibull", [] { return std::weibull_distribution<>(2, 1); }),
+    ofBoost<double>("Boost weibull",
+                    [] { return boosted::weibull_distribution<>(2, 1); }),
+};
+
+const StreamPeer<float> drawnSingles[] = {
+    ofStd<float>("std exponential", MAKE(std::exponential_distribution<float>)),
+    ofStd<float>("std polar", MAKE(std::normal_distribution<float>)),
+};
+
+const StreamPeer<std::int32_t> drawnIntegers[] = {
+    ofStd<std::int32_t>("std uniform",
+                        [] { return std::uniform_int_distribution<>(0, 99); }),
+};
+
 } // namespace
 
 Peers QORKES_PEERS() {
     return {kernelPeers<double>, kernelPeers<float>, streamPeers<std::uint32_t>,
-            streamPeers<double>, streamPeers<float>};
+            streamPeers<double>, streamPeers<float>, drawnDoubles,
+            drawnSingles,        drawnIntegers};
 }
 
 } // namespace qorkes::bench

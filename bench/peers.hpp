@@ -14,8 +14,8 @@ template <class T> struct KernelPeer {
     void (*loop)(int n, const T* a, const T* b, T* y, T* z);
 };
 
-/// Fills y from a generator that lives as long as the program: with its raw words, or
-/// with real numbers from [0, 1).
+/// Fills y from a generator that lives as long as the program: with its raw words, with
+/// real numbers from [0, 1), or with variates of a distribution.
 template <class T> struct StreamPeer {
     const char* name;
     void (*fill)(int n, T* y);
@@ -27,6 +27,9 @@ struct Peers {
     std::span<const StreamPeer<std::uint32_t>> words;
     std::span<const StreamPeer<double>> uniformDoubles;
     std::span<const StreamPeer<float>> uniformSingles;
+    std::span<const StreamPeer<double>> drawnDoubles;
+    std::span<const StreamPeer<float>> drawnSingles;
+    std::span<const StreamPeer<std::int32_t>> drawnIntegers;
 };
 
 // In the same order.

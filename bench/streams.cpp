@@ -1,13 +1,6 @@
 // The rows for streams: raw words and uniform numbers of a generator against those of a
 // peer's.
-#include "driver.hpp"
-#include "peers.hpp"
-
-#include <qorkes/kes.h>
-
-#include <memory>
-#include <stdexcept>
-#include <string_view>
+#include "drawing.hpp"
 
 namespace qorkes::bench {
 namespace {
@@ -54,43 +47,13 @@ template <> struct Kind<float> {
     }
 };
 
-template <class T> const StreamPeer<T>& peerOf(const Peers& peers, const char* name) {
-    for (const StreamPeer<T>& peer : peers.*Kind<T>::peers)
-        if (peer.name == std::string_view(name)) return peer;
-    throw std::logic_error("a row without a peer: " + std::string(name));
-}
-
-/// A stream seeded with 1, and room for n numbers.
-template <class T> struct Drawing {
-    StreamState* stream = nullptr;
-    std::vector<T> numbers;
-
-    Drawing(int brng, int n) : numbers(static_cast<std::size_t>(n)) {
-        const std::uint32_t seed = 1;
-        if (__kesNewStreamEx(&stream, brng, 1, &seed) != KesStatusOk)
-            throw std::runtime_error("a stream could not be made");
-    }
-    ~Drawing() { __kesDeleteStream(&stream); }
-    Drawing(const Drawing&) = delete;
-    Drawing& operator=(const Drawing&) = delete;
-};
-
-template <class T> Contest prepare(const Pair& pair, int n) {
-    const auto drawing = std::make_shared<Drawing<T>>(pair.brng, n);
-    const auto fill = [=](const StreamPeer<T>& peer) {
-        return [=, f = peer.fill] { f(n, drawing->numbers.data()); };
-    };
-    const auto ours = [=] {
-        Kind<T>::draw(drawing->stream, n, drawing->numbers.data());
-    };
-    return {ours, fill(peerOf<T>(x87Peers(), pair.peer)),
-            fill(peerOf<T>(sse2Peers(), pair.peer))};
-}
-
 template <class T> void addRows(std::vector<Row>& rows) {
     for (const Pair& pair : table)
         rows.push_back({std::string(Kind<T>::name) + pair.ours, Kind<T>::range,
-                        pair.peer, [&pair](int n) { return prepare<T>(pair, n); }});
+                        pair.peer, [&pair](int n) {
+                            return drawingContest<T>(n, pair.brng, Kind<T>::draw,
+                                                     Kind<T>::peers, pair.peer);
+                        }});
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <qorkes/kes.h>
 
 #include <span>
+#include <vector>
 
 namespace qorkes::catalogue {
 
@@ -21,27 +22,31 @@ struct Parameter {
 
 /// Draws n numbers; returns the stream's status.
 template <class T>
-using Draw = int (*)(StreamState* stream, int n, T* r, const double* parameters);
+using Draw = int (*)(int method, StreamState* stream, int n, T* r,
+                     const double* parameters);
 
 struct Moments {
-    double mean, deviation;
+    double mean, deviation; // infinite where they do not exist
 };
 
 struct Distribution {
     const char* name;
     const char* description; // one line for a reader
-    std::span<const Parameter> parameters;
+    std::span<const Parameter> parameters = {};
+    std::span<const char* const> methods = {}; // what each does; empty for one alone
 
     // What the distribution comes in; null where it does not.
-    Draw<double> doubles;
-    Draw<float> singles;
-    Draw<int32_t> integers;
-    Draw<uint32_t> words; // as many a number as the generator's word size says
+    Draw<double> doubles = nullptr;
+    Draw<float> singles = nullptr;
+    Draw<int32_t> integers = nullptr;
+    Draw<uint32_t> words =
+        nullptr; // as many a number as the generator's word size says
 
     // Null where there is nothing to say.
-    const char* (*fault)(const double* parameters); // why they do not go together
-    Moments (*moments)(const double* parameters);
-    double (*density)(double x, const double* parameters);
+    const char* (*fault)(const double* parameters) = nullptr; // if they do not agree
+    Moments (*moments)(const double* parameters) = nullptr;
+    double (*density)(double x, const double* parameters) = nullptr;
+    double (*probability)(double k, const double* parameters) = nullptr; // of integers
 };
 
 /// In alphabetical order.

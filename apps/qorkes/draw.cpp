@@ -19,6 +19,7 @@ void addDraw(CLI::App& app) {
         "\nExamples:\n"
         "  qorkes draw uniform --seed 7 --count 5\n"
         "  qorkes draw uniform a=-1 b=1 --count 100000 --summary\n"
+        "  qorkes draw gaussian a=100 sigma=15 --count 100000 --picture iq.svg\n"
         "  qorkes draw bits --generator MCG31M1 --leapfrog 1/3 --skip 1000\n");
     command->callback([drawing, source] {
         Stream stream;

@@ -4,8 +4,11 @@
 #include "distributions.hpp"
 #include "failure.hpp"
 #include "output.hpp"
+#include "picture.hpp"
 #include "summary.hpp"
 #include "text.hpp"
+
+#include <algorithm>
 
 #include <CLI/CLI.hpp>
 
@@ -39,20 +42,40 @@ std::vector<double> parametersOf(const Distribution& distribution,
     return values;
 }
 
+int methodOf(const Distribution& distribution, const std::string& method) {
+    const auto count = static_cast<int64_t>(distribution.methods.size());
+    return static_cast<int>(
+        wholeNumber("--method", method, 0, std::max<int64_t>(count, 1) - 1));
+}
+
+/// Whether the numbers themselves are not wanted.
+bool isDescribed(const Drawing& options) {
+    return options.summary || !options.picture.empty();
+}
+
 /// What one run draws.
 struct Job {
     const Drawing& options;
     const Distribution& distribution;
     std::vector<double> parameters;
+    int method;
     StreamState* stream;
     int count;
 };
 
+/// The sample in words, in a picture, or both.
+void describe(const Job& job, std::vector<double> sample) {
+    std::ranges::sort(sample);
+    const double* parameters = job.parameters.data();
+    if (!job.options.picture.empty())
+        writePicture(job.options.picture, sample, job.distribution, parameters);
+    if (job.options.summary) writeOut(summary(sample, job.distribution, parameters));
+}
+
 template <class T>
 void write(const Job& job, const std::vector<T>& numbers, int perLine) {
-    if (job.options.summary)
-        writeOut(summary({numbers.begin(), numbers.end()}, job.distribution,
-                         job.parameters.data()));
+    if (isDescribed(job.options))
+        describe(job, {numbers.begin(), numbers.end()});
     else if (job.options.binary)
         writeBinary<T>(numbers);
     else
@@ -64,7 +87,8 @@ std::vector<T> numbersOf(const Job& job, catalogue::Draw<T> draw, int wordsEach 
     std::vector<T> numbers(static_cast<size_t>(job.count) *
                            static_cast<size_t>(wordsEach));
     if (job.count > 0)
-        check(draw(job.stream, job.count, numbers.data(), job.parameters.data()),
+        check(draw(job.method, job.stream, job.count, numbers.data(),
+                   job.parameters.data()),
               job.stream, job.distribution.name);
     return numbers;
 }
@@ -99,13 +123,24 @@ void addDrawingOptions(CLI::App& command, Drawing& drawing) {
         .add_option("--precision", drawing.precision,
                     "of real numbers; default: double")
         ->type_name("double|single");
-    auto* summary = command.add_flag("--summary", drawing.summary,
-                                     "write count, moments, quartiles and a histogram\n"
-                                     "instead of the numbers; | marks the density");
+    command
+        .add_option("--method", drawing.method,
+                    "of a distribution that has several; default: 0")
+        ->type_name("N");
+    auto* summary =
+        command.add_flag("--summary", drawing.summary,
+                         "write count, moments, quartiles and a histogram\n"
+                         "instead of the numbers; | marks what is expected");
+    auto* picture = command
+                        .add_option("--picture", drawing.picture,
+                                    "draw a histogram against the exact distribution\n"
+                                    "instead of writing the numbers; needs gnuplot")
+                        ->type_name("FILE.svg");
     command
         .add_flag("--binary", drawing.binary,
                   "write raw little-endian numbers instead of text")
-        ->excludes(summary);
+        ->excludes(summary)
+        ->excludes(picture);
 }
 
 void writeDrawn(const Drawing& options, const std::function<StreamState*()>& open) {
@@ -118,10 +153,12 @@ void writeDrawn(const Drawing& options, const std::function<StreamState*()>& ope
              " gives whole numbers; leave it out");
 
     auto parameters = parametersOf(distribution, options.parameters);
-    const auto count =
-        wholeNumber("--count", options.count, options.summary ? 1 : 0, greatestCount);
-    const Job job{options, distribution, std::move(parameters), open(),
-                  static_cast<int>(count)};
+    const int method = methodOf(distribution, options.method);
+    const auto count = wholeNumber("--count", options.count,
+                                   isDescribed(options) ? 1 : 0, greatestCount);
+    if (!options.picture.empty()) checkPicture(options.picture);
+    const Job job{options, distribution, std::move(parameters),
+                  method,  open(),       static_cast<int>(count)};
     if (distribution.words)
         drawWords(job);
     else if (!real)

@@ -15,6 +15,8 @@ struct Drawing {
     std::vector<std::string> parameters;
     std::string count = "10";
     std::string precision = "double";
+    std::string method = "0";
+    std::string picture; // file to draw, if any
     bool summary = false;
     bool binary = false;
 };

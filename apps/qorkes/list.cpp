@@ -12,8 +12,7 @@ namespace qorkes {
 namespace {
 
 /// "  name   what it is".
-std::string row(std::string name, const std::string& description) {
-    constexpr size_t width = 26;
+std::string row(std::string name, const std::string& description, size_t width = 26) {
     name.resize(std::max(width, name.size() + 2), ' ');
     return "  " + name + description + '\n';
 }
@@ -37,13 +36,17 @@ std::string generatorRows() {
 }
 
 std::string distributionRows() {
+    constexpr size_t width = 34;
     std::string text = "\nDistributions: qorkes draw NAME name=value...\n";
     for (const auto& distribution : catalogue::distributions()) {
         std::string name = distribution.name;
         for (const auto& parameter : distribution.parameters)
             name +=
                 std::string(" ") + parameter.name + '=' + shortest(parameter.preset);
-        text += row(name, distribution.description);
+        text += row(name, distribution.description, width);
+        for (size_t i = 0; i < distribution.methods.size(); ++i)
+            text +=
+                row("  --method " + std::to_string(i), distribution.methods[i], width);
     }
     return text;
 }

@@ -57,7 +57,7 @@ void addJumpOptions(CLI::App& command, Jumps& jumps) {
 void addSourceOptions(CLI::App& command, Source& source) {
     command
         .add_option("--generator", source.generator,
-                    "the basic generator; default: MCG59")
+                    "the basic generator; default: MT19937")
         ->type_name("NAME[:MEMBER]");
     command.add_option("--seed", source.seed, "seed words below 2^32; default: 1")
         ->type_name("N[,N...]");

@@ -28,7 +28,7 @@ struct Jumps {
 };
 
 struct Source {
-    std::string generator = "MCG59";
+    std::string generator = "MT19937";
     std::string seed = "1";
     Jumps jumps;
 };

@@ -1,5 +1,7 @@
 #include "summary.hpp"
 
+#include "histogram.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -19,15 +21,6 @@ catalogue::Moments momentsOf(const std::vector<double>& sample) {
             static_cast<double>(std::sqrt(squares / (n - 1)))};
 }
 
-/// The quantile at `share` of a sorted sample, linear between its elements.
-double quantile(const std::vector<double>& sorted, double share) {
-    const double place = share * static_cast<double>(sorted.size() - 1);
-    const auto below = static_cast<size_t>(place);
-    const size_t above = std::min(below + 1, sorted.size() - 1);
-    return sorted[below] +
-           (place - static_cast<double>(below)) * (sorted[above] - sorted[below]);
-}
-
 std::string row(const char* name, double value, const double* exact = nullptr) {
     char text[96];
     const int length =
@@ -37,50 +30,32 @@ std::string row(const char* name, double value, const double* exact = nullptr) {
     return {text, static_cast<size_t>(length)};
 }
 
-/// The number of n elements that the density expects from low to low + width.
-double expected(double n, double low, double width, const Distribution& distribution,
-                const double* parameters) {
-    constexpr int points = 64; // of the midpoint rule; a bin may hold the support's end
-    double sum = 0;
-    for (int i = 0; i < points; ++i)
-        sum += distribution.density(low + width * (i + 0.5) / points, parameters);
-    return n * width * sum / points;
-}
-
-/// The least of 1, 2 and 5 times a power of ten that is not below x.
-double roundedUp(double x) {
-    const double power = std::pow(10.0, std::floor(std::log10(x)));
-    for (const double step : {1.0, 2.0, 5.0})
-        if (step * power >= x) return step * power;
-    return 10 * power;
-}
-
 std::string bar(double length, char filling) {
     return std::string(static_cast<size_t>(std::lround(length)), filling);
+}
+
+/// A line for the numbers on one side of the bins, if there are any.
+std::string beside(const char* side, double count) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%12s  %g\n", side, count);
+    return count > 0 ? text : "";
 }
 
 std::string histogram(const std::vector<double>& sorted,
                       const Distribution& distribution, const double* parameters) {
     constexpr int mostBins = 15, columns = 50;
-    const double range = sorted.back() - sorted.front();
-    if (!(range > 0) || !std::isfinite(range)) return "";
-
-    const double width = roundedUp(range / mostBins);
-    const double first = std::floor(sorted.front() / width);
-    std::vector<double> counts(mostBins + 2);
-    for (const double x : sorted)
-        ++counts[static_cast<size_t>(std::max(x / width - first, 0.0))];
-    while (counts.back() == 0) counts.pop_back();
-    const double scale = columns / *std::max_element(counts.begin(), counts.end());
+    const Histogram histogram = histogramOf(sorted, distribution, parameters, mostBins);
+    if (histogram.bins.empty()) return "";
+    const double scale =
+        columns / std::ranges::max(histogram.bins, {}, &Histogram::Bin::count).count;
 
     std::string text = "\n";
-    for (size_t bin = 0; bin < counts.size(); ++bin) {
-        const double low = (first + static_cast<double>(bin)) * width;
-        std::string line = bar(counts[bin] * scale, '#');
-        if (distribution.density) {
-            const double end = scale * expected(static_cast<double>(sorted.size()), low,
-                                                width, distribution, parameters);
-            const std::string before = bar(std::min(end, columns * 1.2), ' ');
+    text += beside("below", histogram.below);
+    for (const auto& [low, count, expected] : histogram.bins) {
+        std::string line = bar(count * scale, '#');
+        if (!std::isnan(expected)) {
+            const std::string before =
+                bar(std::min(expected * scale, columns * 1.2), ' ');
             line.resize(std::max(line.size(), before.size() + 1), ' ');
             line[before.size()] = '|';
         }
@@ -88,14 +63,13 @@ std::string histogram(const std::vector<double>& sorted,
         std::snprintf(label, sizeof label, "%12.6g  ", low);
         text += label + line + '\n';
     }
-    return text;
+    return text + beside("above", histogram.above);
 }
 
 } // namespace
 
-std::string summary(std::vector<double> sample, const Distribution& distribution,
+std::string summary(const std::vector<double>& sample, const Distribution& distribution,
                     const double* parameters) {
-    std::sort(sample.begin(), sample.end());
     const auto drawn = momentsOf(sample);
     catalogue::Moments exact{};
     const double *mean = nullptr, *deviation = nullptr;

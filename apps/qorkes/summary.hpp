@@ -8,9 +8,9 @@
 
 namespace qorkes {
 
-/// Count, moments and quartiles beside the exact moments where they are known, and a
-/// histogram with the place that the density gives to the end of each bar.
-std::string summary(std::vector<double> sample,
+/// Of a sorted sample: count, moments and quartiles beside the exact moments where they
+/// are known, and a histogram with the exact place of the end of each bar.
+std::string summary(const std::vector<double>& sample,
                     const catalogue::Distribution& distribution,
                     const double* parameters);
 

@@ -1,6 +1,7 @@
 // Polynomials of the coefficient tables.
 #pragma once
 
+#include <common/bits.hpp>
 #include <common/ext.hpp>
 
 namespace qorkes {
@@ -18,8 +19,5 @@ QORKES_INLINE double significandOf(const double& x) {
     setWords(result, (highWord(x) & 0x000FFFFF) | 0x3FF00000, lowWord(x));
     return result;
 }
-
-/// How many partial sums of the series of exp(mean), up to its power 10, are below u.
-QORKES_INLINE int partialSumsBelow(ext u, ext mean);
 
 } // namespace qorkes

@@ -1,9 +1,23 @@
 // _kesiRngGeometric: failures before the first success, trunc(ln u / ln(1 - p)), with a
 // float uniform and its float logarithm.
-#include <kes_kernel/discrete/in_place.hpp>
 #include <kes_kernel/discrete/truncate.hpp>
 #include <kes_kernel/frame.hpp>
 #include <kes_kernel/kernels.hpp>
+
+namespace qorkes {
+namespace {
+
+constexpr int blockLength = 256;
+
+/// r[i] = truncate(x[i] * c), where x may be r.
+QORKES_NOINLINE void truncateProducts(int n, const FloatInPlace* x, ext c, int32_t* r) {
+    double product[blockLength];
+    for (int i = 0; i < n; ++i) product[i] = round64(x[i] * c);
+    truncateAll(n, product, r);
+}
+
+} // namespace
+} // namespace qorkes
 
 int _kesiRngGeometric(int, StreamState* stream, int n, int32_t* r, double p) {
     using namespace qorkes;
@@ -12,6 +26,7 @@ int _kesiRngGeometric(int, StreamState* stream, int n, int32_t* r, double p) {
     const int status = uniforms(stream, n, x);
     if (failed(status)) return status;
     logarithm(n, x, x);
-    for (int i = 0; i < n; ++i) r[i] = truncate(ext{x[i]} * c);
+    for (int i = 0; i < n; i += blockLength)
+        truncateProducts(n - i < blockLength ? n - i : blockLength, x + i, c, r + i);
     return status;
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <common/bits.hpp>
+#include <kes_kernel/discrete/in_place.hpp>
 #include <kes_kernel/discrete/polynomial.hpp>
 #include <kes_kernel/frame.hpp>
 #include <kes_kernel/kernels.hpp>
@@ -36,8 +37,8 @@ struct Large {
         const double* d = largeRow;
         const ext w = 1 / ext{lambda};
         mean = round32(d[0] + ext{lambda} + polynomial<2>(d + 1, w) * w);
-        deviation = squareRootOf(
-            round64(ext{lambda} + d[4] + w * polynomial<2>(d + 5, w)));
+        deviation = round32(
+            squareRootOf(round64(ext{lambda} + d[4] + w * polynomial<2>(d + 5, w))));
         b1 = round32(w * polynomial<4>(d + 8, w));
         b2 = round32(w * polynomial<4>(d + 13, w));
         b3 = round32(w * polynomial<4>(d + 18, w));
@@ -45,8 +46,8 @@ struct Large {
 
     QORKES_INLINE __m128 operator()(__m128 g) const {
         const __m128 e = _mm_sub_ps(g, lanes(mean));
-        const __m128 bend = _mm_mul_ps(
-            timesPlus(timesPlus(e, lanes(b3), lanes(b2)), e, lanes(b1)), e);
+        const __m128 bend =
+            _mm_mul_ps(timesPlus(timesPlus(e, lanes(b3), lanes(b2)), e, lanes(b1)), e);
         const __m128 y = _mm_add_ps(_mm_add_ps(bend, g), lanes(1));
         return _mm_max_ps(_mm_setzero_ps(), y);
     }
@@ -91,21 +92,50 @@ struct Small {
     QORKES_INLINE __m128 operator()(__m128 u) const {
         __m128 count = _mm_setzero_ps();
         for (const float sum : sums)
-            count = _mm_add_ps(count,
-                               _mm_and_ps(_mm_cmpgt_ps(u, lanes(sum)), lanes(1)));
+            count =
+                _mm_add_ps(count, _mm_and_ps(_mm_cmpgt_ps(u, lanes(sum)), lanes(1)));
         return count;
     }
 };
 
 /// The mapped floats, truncated to integers, in their place.
 template <class Map>
-QORKES_NOINLINE void mapAll(int n, FloatInPlace* r, const Map& map) {
+QORKES_NOINLINE void mapInPlace(int n, int32_t* r, const Map& map) {
+    const auto* x = reinterpret_cast<const FloatInPlace*>(r);
     int i = 0;
     for (; i < n - 3; i += 4) {
-        const __m128 y = map(_mm_loadu_ps(r + i));
-        _mm_storel_pi(reinterpret_cast<__m64*>(r + i), _mm_setzero_ps());
+        const __m128 y = map(_mm_loadu_ps(x + i));
+        auto* pairs = reinterpret_cast<__m64*>(r + i);
+        pairs[0] = _mm_cvttps_pi32(y);
+        pairs[1] = _mm_cvttps_pi32(_mm_movehl_ps(y, y));
     }
+    _mm_empty();
+    for (; i < n; ++i) r[i] = _mm_cvttss_si32(map(_mm_load_ss(x + i)));
+}
+
+template <class Map>
+QORKES_INLINE int drawMapped(int status, int n, int32_t* r, const Map& map) {
+    if (!failed(status)) mapInPlace(n, r, map);
+    return status;
 }
 
 } // namespace normal_mapping
+
+inline int _viRngPoissonPoisNorm(StreamState* stream, int n, int32_t* r,
+                                 double lambda) {
+    using namespace normal_mapping;
+    auto* x = reinterpret_cast<FloatInPlace*>(r);
+    if (lambda >= largeMean) {
+        const Large map(lambda);
+        return drawMapped(_kessRngGaussian(1, stream, n, x, map.mean, map.deviation), n,
+                          r, map);
+    }
+    if (lambda >= 1) {
+        const Middle map(lambda);
+        return drawMapped(_kessRngGaussian(1, stream, n, x, 0, 1), n, r, map);
+    }
+    const Small map(lambda);
+    return drawMapped(uniforms(stream, n, x, 0, map.end), n, r, map);
+}
+
 } // namespace qorkes

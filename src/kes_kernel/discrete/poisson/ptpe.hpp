@@ -60,6 +60,22 @@ inline Setup emptySetup() {
 
 // ---- Search ----
 
+/// r[i] = variate(u) of a double uniform each, drawn in blocks.
+template <class Variate>
+QORKES_INLINE int drawInBlocks(StreamState* stream, int n, int32_t* r,
+                               Variate&& variate) {
+    constexpr int blockLength = 512;
+    int status = KesStatusOk;
+    for (int i = 0; i < n; i += blockLength) {
+        double u[blockLength];
+        const int count = n - i < blockLength ? n - i : blockLength;
+        status = uniforms(stream, count, u);
+        if (failed(status)) return status;
+        for (int k = 0; k < count; ++k) r[i + k] = variate(u[k]);
+    }
+    return status;
+}
+
 /// Terms are added from the smallest on.
 inline void setUpSearch(Setup& s, double mean) {
     double term[searched], suffix[searched + 1];
@@ -87,24 +103,45 @@ QORKES_COLD int searchOn(const Setup& s, double mean, double u) {
     }
 }
 
-QORKES_INLINE int search(const Setup& s, double mean, double u) {
-    for (int k = 0; k < searched; ++k)
+/// From value k on, which is no greater than the result.
+QORKES_INLINE int search(const Setup& s, double mean, double u, int k) {
+    for (; k < searched; ++k)
         if (u < s.cumulative[k]) return k;
     return searchOn(s, mean, u);
 }
 
+/// Where searches may begin, by cells of u: Chen and Asau's guide table ("On generating
+/// random variates from an empirical distribution", AIIE Transactions 6, 1974). It
+/// changes no result, and its set-up takes the time of a few dozen plain searches.
+struct Guide {
+    static constexpr int cells = 256, worthwhile = 100;
+    unsigned char first[cells + 1];
+
+    /// The margin is for the rounding in cellOf.
+    explicit Guide(const Setup& s) {
+        int k = 0;
+        for (int cell = 0; cell <= cells; ++cell) {
+            const double low = cell * (1.0 / cells) - 0x1p-40;
+            while (k < searched - 1 && s.cumulative[k] <= low) ++k;
+            first[cell] = static_cast<unsigned char>(k);
+        }
+    }
+    /// A stream of the caller's may deliver any number: it gets some cell.
+    QORKES_INLINE int operator[](double u) const {
+        const double shifted = round64(u + 1.0L);
+        const uint32_t cell = (highWord(shifted) - 0x3FF00000) >> 12;
+        return u >= 0 ? first[cell < cells ? cell : cells] : 0;
+    }
+};
+
 inline int drawSearched(StreamState* stream, int n, int32_t* r, double mean, Setup& s) {
     if (mean != s.searchMean) setUpSearch(s, mean);
-    constexpr int blockLength = 512;
-    int status = KesStatusOk;
-    for (int i = 0; i < n; i += blockLength) {
-        double u[blockLength];
-        const int count = n - i < blockLength ? n - i : blockLength;
-        status = uniforms(stream, count, u);
-        if (failed(status)) return status;
-        for (int k = 0; k < count; ++k) r[i + k] = search(s, mean, u[k]);
-    }
-    return status;
+    if (n < Guide::worthwhile)
+        return drawInBlocks(stream, n, r,
+                            [&](double u) { return search(s, mean, u, 0); });
+    const Guide guide(s);
+    return drawInBlocks(stream, n, r,
+                        [&](double u) { return search(s, mean, u, guide[u]); });
 }
 
 // ---- Rejection ----
@@ -141,7 +178,7 @@ inline void setUpRejection(Setup& s, double mean) {
 }
 
 /// Whether v is at most the probability of y by that of the mode, by its recurrence.
-inline bool acceptedByRatio(const Setup& s, int y, float v) {
+inline bool acceptedByRatio(const Setup& s, int y, double v) {
     const int mode = static_cast<int>(s.mode);
     const ext lambda = s.mean;
     const int k = y > mode ? y - mode : mode - y;
@@ -159,7 +196,7 @@ inline bool acceptedByRatio(const Setup& s, int y, float v) {
 
 /// The same by logarithms: a quick test on either side, then Stirling's series.
 inline bool acceptedBySqueeze(const Setup& s, int y, ext logV) {
-    const ext lambda = s.mean, x = 1 / ext{y}, del = x * (lambda - y), hy = y + 0.5L;
+    const ext lambda = s.mean, x = 1.0L / y, del = x * (lambda - y), hy = y + 0.5L;
     const ext above =
         (1 + del * (del * third - 0.5L)) * hy * del + (y + (margins[0] - lambda));
     if (logV > above) return false;
@@ -175,70 +212,92 @@ inline bool acceptedBySqueeze(const Setup& s, int y, ext logV) {
 
 constexpr int mostAttempts = 256;
 
-/// Attempts of one block, in their order, and those still to be decided: logarithms
-/// are taken of all of these at once.
-struct Attempts {
-    int32_t y[mostAttempts];
-    bool accepted[mostAttempts];
-    int open[mostAttempts];
-    float v[mostAttempts]; // of the open ones
-    int opened = 0;
+/// Attempts that need a logarithm: it is taken of all of them at once.
+struct Pending {
+    int attempt[mostAttempts];
+    double v[mostAttempts];
+    int count = 0;
 
-    QORKES_INLINE void leaveOpen(int attempt, int32_t value, float scaledV) {
-        y[attempt] = value;
-        open[opened] = attempt;
-        v[opened++] = scaledV;
+    QORKES_INLINE void add(int a, double value) {
+        attempt[count] = a;
+        v[count++] = value;
     }
 };
 
-/// Candidates in the tails; u of each and its V are in the block.
-inline void proposeTails(const Setup& s, int n, const int* tails, const float* block,
-                         Attempts& attempts) {
-    double logs[mostAttempts];
-    for (int i = 0; i < n; ++i) logs[i] = block[2 * tails[i] + 1];
-    logarithm(n, logs, logs);
-    for (int i = 0; i < n; ++i) {
-        const int a = tails[i];
-        const ext u = block[2 * a], v = block[2 * a + 1], logV = logs[i];
-        if (u > s.p3) {
-            const ext w = -logV * s.inverseLambdaR + s.right;
-            attempts.leaveOpen(a, truncate(w), round32((u - s.p3) * v * s.lambdaR));
-        } else if (const ext w = logV * s.inverseLambdaL + s.left; !(w < 0))
-            attempts.leaveOpen(a, truncate(w), round32((u - s.p2) * v * s.lambdaL));
-    }
-}
+/// The attempts of one block, in their order.
+struct Attempts {
+    float u[mostAttempts], v[mostAttempts];
+    int32_t y[mostAttempts];
+    bool accepted[mostAttempts];
+    Pending tails, open; // candidates to be found; to be decided
+};
 
-/// Accepts the triangle's candidates and leaves open those of the other regions.
-inline void propose(const Setup& s, int n, float* block, Attempts& attempts) {
-    int tails[mostAttempts], inTails = 0;
+/// Candidates of the triangle, all accepted; the others wait in `rest`.
+QORKES_NOINLINE int proposeTriangle(const Setup& s, int n, const float* block,
+                                    Attempts& attempts, int* rest) {
+    const ext p1 = s.p1, p4 = s.p4, middle = s.middle;
+    int others = 0;
     for (int a = 0; a < n; ++a) {
-        const ext v = block[2 * a + 1];
-        const float u = block[2 * a] = round32(block[2 * a] * ext{s.p4});
-        attempts.accepted[a] = u <= s.p1;
-        if (u <= s.p1) {
-            attempts.y[a] = truncate(u + ext{s.middle} - s.p1 * v);
-        } else if (u <= s.p2) {
-            const ext x = (u - ext{s.p1}) * s.inverseHeight + s.left;
-            const ext offset = s.middle - x;
-            const float scaled = round32(v * s.height + 1 -
-                                         (offset < 0 ? -offset : offset) * s.inverseP1);
-            if (!(scaled > 1)) attempts.leaveOpen(a, truncate(x), scaled);
-        } else
-            tails[inTails++] = a;
+        const float u = attempts.u[a] = round32(block[2 * a] * p4);
+        const ext v = attempts.v[a] = block[2 * a + 1];
+        attempts.y[a] = truncate(u + middle - p1 * v);
+        attempts.accepted[a] = u <= p1;
+        rest[others] = a;
+        others += !attempts.accepted[a];
     }
-    proposeTails(s, inTails, tails, block, attempts);
+    return others;
 }
 
-inline void decide(const Setup& s, Attempts& attempts) {
-    const bool squeezed = s.mode >= squeezedMode;
+/// Candidates of the parallelograms; those of the tails wait for logarithms.
+QORKES_NOINLINE void proposeParallelograms(const Setup& s, int n, const int* rest,
+                                           Attempts& attempts) {
+    for (int i = 0; i < n; ++i) {
+        const int a = rest[i];
+        const ext u = attempts.u[a], v = attempts.v[a];
+        if (!(u <= s.p2)) {
+            attempts.tails.add(a, attempts.v[a]);
+            continue;
+        }
+        const ext x = (u - s.p1) * s.inverseHeight + s.left, offset = s.middle - x;
+        const float height =
+            round32(v * s.height + 1 - (offset < 0 ? -offset : offset) * s.inverseP1);
+        attempts.y[a] = truncate(x);
+        if (!(height > 1)) attempts.open.add(a, height);
+    }
+}
+
+QORKES_NOINLINE void proposeTails(const Setup& s, Attempts& attempts) {
+    Pending& tails = attempts.tails;
+    logarithm(tails.count, tails.v, tails.v);
+    for (int i = 0; i < tails.count; ++i) {
+        const int a = tails.attempt[i];
+        const ext u = attempts.u[a], v = attempts.v[a], logV = tails.v[i];
+        const bool onRight = !(u <= s.p3);
+        const ext w = onRight ? -logV * s.inverseLambdaR + s.right
+                              : logV * s.inverseLambdaL + s.left;
+        const ext height =
+            onRight ? (u - s.p3) * v * s.lambdaR : (u - s.p2) * v * s.lambdaL;
+        attempts.y[a] = truncate(w);
+        if (onRight || !(w < 0)) attempts.open.add(a, round32(height));
+    }
+}
+
+QORKES_NOINLINE void decideByRatio(const Setup& s, Attempts& attempts) {
+    const Pending& open = attempts.open;
+    for (int i = 0; i < open.count; ++i) {
+        const int a = open.attempt[i];
+        attempts.accepted[a] = acceptedByRatio(s, attempts.y[a], open.v[i]);
+    }
+}
+
+QORKES_NOINLINE void decideBySqueeze(const Setup& s, Attempts& attempts) {
+    const Pending& open = attempts.open;
     double logs[mostAttempts];
-    for (int i = 0; i < attempts.opened; ++i) logs[i] = attempts.v[i];
-    if (squeezed) logarithm(attempts.opened, logs, logs);
-    for (int i = 0; i < attempts.opened; ++i) {
-        const int a = attempts.open[i], y = attempts.y[a];
-        attempts.accepted[a] = squeezed && y > squeezedValue
-                                   ? acceptedBySqueeze(s, y, logs[i])
-                                   : acceptedByRatio(s, y, attempts.v[i]);
+    logarithm(open.count, open.v, logs);
+    for (int i = 0; i < open.count; ++i) {
+        const int a = open.attempt[i], y = attempts.y[a];
+        attempts.accepted[a] = y > squeezedValue ? acceptedBySqueeze(s, y, logs[i])
+                                                 : acceptedByRatio(s, y, open.v[i]);
     }
 }
 
@@ -251,8 +310,14 @@ inline int drawRejected(StreamState* stream, int n, int32_t* r, double mean, Set
         status = uniforms(stream, 2 * count, block);
         if (failed(status)) return status;
         Attempts attempts;
-        propose(s, count, block, attempts);
-        decide(s, attempts);
+        int rest[mostAttempts];
+        const int others = proposeTriangle(s, count, block, attempts, rest);
+        proposeParallelograms(s, others, rest, attempts);
+        proposeTails(s, attempts);
+        if (s.mode >= squeezedMode)
+            decideBySqueeze(s, attempts);
+        else
+            decideByRatio(s, attempts);
         for (int a = 0; a < count; ++a) {
             r[i] = attempts.y[a];
             i += attempts.accepted[a];
@@ -263,7 +328,7 @@ inline int drawRejected(StreamState* stream, int n, int32_t* r, double mean, Set
 
 } // namespace ptpe
 
-inline int drawPtpe(StreamState* stream, int n, int32_t* r, double mean) {
+inline int _viRngPoissonPtpe(StreamState* stream, int n, int32_t* r, double mean) {
     ptpe::Setup* setup;
     if (const int status = chunkOf(stream, 3, setup, ptpe::emptySetup());
         failed(status))

@@ -1,7 +1,7 @@
 // _kesiRngUniform: integers from a to b - 1, the floors of doubles from [a, b). The
 // first half of a long call's doubles stands in the array of results, which has the
 // place for it; the rest goes through a block on the stack.
-#include <kes_kernel/discrete/in_place.hpp>
+#include <kes_kernel/discrete/truncate.hpp>
 #include <kes_kernel/frame.hpp>
 
 namespace qorkes {
@@ -9,27 +9,10 @@ namespace {
 
 constexpr int blockLength = 1024;
 
-/// Extended precision, towards minus infinity, all exceptions masked.
-constexpr uint16_t roundingDown = 0x077F;
-
-/// r[i] is the floor of x[i]. Both may begin at one address: r[i] covers doubles that
-/// have been read.
-QORKES_NOINLINE void storeRounded(int n, const DoubleInPlace* x, int32_t* r) {
-    for (int i = 0; i < n; ++i)
-        asm volatile("fldl %1\n\tfistpl %0" : "=m"(r[i]) : "m"(x[i]) : "memory");
-}
-
-void storeFloors(int n, const DoubleInPlace* x, int32_t* r) {
-    const uint16_t callers = controlWord();
-    setControlWord(roundingDown);
-    storeRounded(n, x, r);
-    setControlWord(callers);
-}
-
 int drawFloors(StreamState* stream, int n, DoubleInPlace* x, int32_t* r, int32_t a,
                int32_t b) {
     const int status = uniforms(stream, n, x, a, b);
-    if (!failed(status)) storeFloors(n, x, r);
+    if (!failed(status)) toIntegers<Rounding::down>(n, x, r);
     return status;
 }
 

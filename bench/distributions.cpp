@@ -1,0 +1,73 @@
+// The rows for distributions: variates from a Mersenne Twister against those of a
+// peer's distribution over its own Mersenne Twister.
+#include "drawing.hpp"
+
+#include <distribution_rows.hpp>
+
+namespace qorkes::bench {
+namespace {
+
+using catalogue::drawBy;
+
+template <class T> struct DrawnRow {
+    const char* ours; // name and method
+    const char* peer; // a distribution of peers.cpp
+    catalogue::Draw<T> draw;
+    int method;
+    double parameters[4]; // as far as the distribution has any
+};
+
+constexpr DrawnRow<double> doubles[] = {
+    {"Cauchy", "GSL cauchy", drawBy<_kesdRngCauchy>, 0, {0, 1}},
+    {"Cauchy", "std cauchy", drawBy<_kesdRngCauchy>, 0, {0, 1}},
+    {"Cauchy", "Boost cauchy", drawBy<_kesdRngCauchy>, 0, {0, 1}},
+    {"Exponential", "GSL exponential", drawBy<_kesdRngExponential>, 0, {0, 1}},
+    {"Exponential", "std exponential", drawBy<_kesdRngExponential>, 0, {0, 1}},
+    {"Exponential", "Boost exponential", drawBy<_kesdRngExponential>, 0, {0, 1}},
+    {"Gaussian 0", "GSL polar", drawBy<_kesdRngGaussian>, 0, {0, 1}},
+    {"Gaussian 0", "std polar", drawBy<_kesdRngGaussian>, 0, {0, 1}},
+    {"Gaussian 1", "GSL ziggurat", drawBy<_kesdRngGaussian>, 1, {0, 1}},
+    {"Gaussian 1", "Boost ziggurat", drawBy<_kesdRngGaussian>, 1, {0, 1}},
+    {"Gumbel", "GSL gumbel", drawBy<_kesdRngGumbel>, 0, {0, 1}},
+    {"Gumbel", "std gumbel", drawBy<_kesdRngGumbel>, 0, {0, 1}},
+    {"Gumbel", "Boost gumbel", drawBy<_kesdRngGumbel>, 0, {0, 1}},
+    {"Laplace", "GSL laplace", drawBy<_kesdRngLaplace>, 0, {0, 1}},
+    {"Laplace", "Boost laplace", drawBy<_kesdRngLaplace>, 0, {0, 1}},
+    {"Lognormal", "GSL lognormal", drawBy<_kesdRngLognormal>, 0, {0, 1, 0, 1}},
+    {"Lognormal", "std lognormal", drawBy<_kesdRngLognormal>, 0, {0, 1, 0, 1}},
+    {"Lognormal", "Boost lognormal", drawBy<_kesdRngLognormal>, 0, {0, 1, 0, 1}},
+    {"Rayleigh", "GSL rayleigh", drawBy<_kesdRngRayleigh>, 0, {0, 1}},
+    {"Weibull", "GSL weibull", drawBy<_kesdRngWeibull>, 0, {2, 0, 1}},
+    {"Weibull", "std weibull", drawBy<_kesdRngWeibull>, 0, {2, 0, 1}},
+    {"Weibull", "Boost weibull", drawBy<_kesdRngWeibull>, 0, {2, 0, 1}},
+};
+
+constexpr DrawnRow<float> singles[] = {
+    {"Exponential", "std exponential", drawBy<_kessRngExponential>, 0, {0, 1}},
+    {"Gaussian 0", "std polar", drawBy<_kessRngGaussian>, 0, {0, 1}},
+    {"Gaussian 1", "std polar", drawBy<_kessRngGaussian>, 1, {0, 1}},
+};
+
+template <class T>
+void addRows(const char* type, std::span<const DrawnRow<T>> table,
+             std::span<const StreamPeer<T>> Peers::*peers, std::vector<Row>& rows) {
+    for (const DrawnRow<T>& row : table)
+        rows.push_back(
+            {type + std::string(row.ours), "", row.peer, [&row, peers](int n) {
+                 const auto draw = [&row](StreamState* s, int m, T* r) {
+                     row.draw(row.method, s, m, r, row.parameters);
+                 };
+                 return drawingContest<T>(n, KesBrngMT19937, draw, peers, row.peer);
+             }});
+}
+
+} // namespace
+
+std::vector<Row> distributionRows() {
+    std::vector<Row> rows;
+    addRows<double>("double ", doubles, &Peers::drawnDoubles, rows);
+    addRows<float>("float ", singles, &Peers::drawnSingles, rows);
+    return rows;
+}
+
+} // namespace qorkes::bench
