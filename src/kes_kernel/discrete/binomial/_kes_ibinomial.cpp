@@ -181,7 +181,8 @@ ext stirling(ext z) {
     return z * (c0 - z2 * (c1 - z2 * (c2 - z2 * (c3 - z2 * c4))));
 }
 
-/// logV <= ln(f(y) / f(mode)), by Stirling's formula.
+/// logV <= ln(f(y) / f(mode)), by Stirling's formula, in which the series of y have the
+/// sign that those of the mode have.
 QORKES_COLD bool underLogarithm(const Envelope& e, const Trials& trials, int32_t y,
                                 ext logV) {
     const ext above = 1 + ext(trials.count);
