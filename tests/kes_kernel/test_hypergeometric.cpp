@@ -110,7 +110,7 @@ constexpr Hypergeometric laws[] = {{100, 20, 30, true},
 
 // Values far below these modes are too likely.
 constexpr Hypergeometric distorted[] = {
-    {1000, 300, 400, false}, {20000, 4000, 500, false}, {2000, 990, 398, false}};
+    {1000, 300, 400, false}, {100000, 10000, 2330, false}, {2000, 990, 398, false}};
 
 TEST(Hypergeometric, AgreesWithItsRecomputation) {
     expectAgreement(laws);
@@ -119,6 +119,8 @@ TEST(Hypergeometric, AgreesWithItsRecomputation) {
 }
 
 TEST(Hypergeometric, FitsItsDistribution) { expectFits(laws); }
+
+TEST(Hypergeometric, DepartsForSomeModes) { expectDeparture(distorted[1], 0.0145); }
 
 TEST(Hypergeometric, KeepsItsSetup) {
     expectKept(laws[0], laws[10]);

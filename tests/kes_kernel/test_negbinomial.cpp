@@ -144,8 +144,7 @@ constexpr Negbinomial laws[] = {
     {10, 0.05, false}, {100, 0.1, false}, {20, 0.02, false}, {200, 0.3, false},
     {1000, 0.4, false}};
 
-// For p above one half the envelope is too narrow, and the law departs. For p = 1 all
-// results are 0.
+// For p above one half the regions do not cover the law. For p = 1 all results are 0.
 constexpr Negbinomial others[] = {
     {301, 0.75, false}, {1000, 0.9, false}, {40.5, 0.001, false}, {7.5, 1, true}};
 
@@ -155,6 +154,12 @@ TEST(Negbinomial, AgreesWithItsRecomputation) {
 }
 
 TEST(Negbinomial, FitsItsDistribution) { expectFits(laws); }
+
+TEST(Negbinomial, DepartsForLargeP) {
+    expectDeparture(others[0], 0.0125);
+    expectDeparture(others[1], 0.074);
+    expectDeparture(Negbinomial{20000, 0.99, false}, 0.352);
+}
 
 TEST(Negbinomial, KeepsItsSetup) {
     expectKept(laws[0], laws[6]);

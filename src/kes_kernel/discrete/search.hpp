@@ -49,9 +49,9 @@ QORKES_COLD int32_t searchOn(const Cumulative& table, double u, int32_t last,
                              Next&& next) {
     int32_t x = table.count - 1;
     if (x >= last) return last;
-    ext sum = table.entry[x];
-    for (ext term = sum - table.entry[x - 1]; x < last && sum <= u; ++x) {
-        term = next(x + 1, term);
+    ext sum = table.entry[x], term = sum - table.entry[x - 1];
+    while (x < last && sum <= u) {
+        term = next(++x, term);
         if (!(sum + term > sum)) break;
         sum += term;
     }
