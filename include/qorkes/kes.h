@@ -538,10 +538,11 @@ QORKES_API int _kessRngExponential(int method, StreamState* stream, int n, float
  * 1024; method 0 ends with a draw of what is left, even if that is none. Method 1 keeps
  * the two uniforms of a pair whose cosine value is still to come with the stream (chunk
  * 2, floats chunk 1, where -1 stands for none), and begins the next call with it: the
- * sequence is the same in whatever calls it is drawn. n = 0 must not be asked of it: it
- * writes two variates when one is kept. KesStatusNoMemory if the chunk cannot be made.
- * A draw that fails leaves numbers that are not scaled, and with method 1 a chunk that
- * no longer holds uniforms.
+ * sequence is the same in whatever calls it is drawn, but for last places of the two
+ * values of a pair that calls share, since SinCos and its halves may round differently.
+ * n = 0 must not be asked of it: it writes two variates when one is kept.
+ * KesStatusNoMemory if the chunk cannot be made. A draw that fails leaves numbers that
+ * are not scaled, and with method 1 a chunk that no longer holds uniforms.
  */
 QORKES_API int _kesdRngGaussian(int method, StreamState* stream, int n, double* r,
                                 double a, double sigma);

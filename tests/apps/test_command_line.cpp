@@ -57,6 +57,12 @@ TEST(Program, RefusesWrongCommandLinesInOneLine) {
         {{"draw", "uniform", "--leapfrog", "3/3"}, {"--leapfrog", "'3'", "0 to 2"}},
         {{"draw", "uniform", "--leapfrog", "0/0"}, {"--leapfrog", "'0'", "from 1"}},
         {{"draw", "uniform", "--summary", "--binary"}, {"--summary", "--binary"}},
+        {{"draw", "gaussian", "sigma=0"}, {"sigma=0", "above 0"}},
+        {{"draw", "gaussian", "--method", "2"}, {"--method", "'2'", "0 to 1"}},
+        {{"draw", "uniform", "--method", "1"}, {"--method", "'1'", "0 to 0"}},
+        {{"draw", "uniform", "--picture", "a.png"}, {"--picture", "'a.png'", ".svg"}},
+        {{"draw", "uniform", "--picture", "a.svg", "--count", "1"}, {"--count"}},
+        {{"draw", "uniform", "--picture", "a.svg", "--binary"}, {"--picture"}},
         {{"apply", "Div", "--with-column", "2"}, {"--with-column", "--with"}},
     };
     for (const auto& [arguments, words] : cases) expectRefusal(run(arguments), words);

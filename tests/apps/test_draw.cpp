@@ -1,6 +1,7 @@
 #include "run.hpp"
 
 #include <algorithm>
+#include <fstream>
 
 using namespace qorkes;
 
@@ -104,4 +105,35 @@ TEST(Draw, SummaryShowsExactMomentsAndAHistogram) {
             << lines[bar];
     }
     EXPECT_EQ(draw({"bits", "--count", "1", "--summary"}).size(), 9u);
+}
+
+TEST(Draw, PictureShowsNumbersAndTheirLaw) {
+    const TemporaryFile file("");
+    const std::string picture = file.path + ".svg";
+    const std::string path = std::getenv("PATH");
+    const auto drawn = [&](const std::string& distribution) {
+        draw({distribution, "--count", "1000", "--picture", picture});
+        std::ifstream svg(picture);
+        const std::string text(std::istreambuf_iterator<char>(svg), {});
+        EXPECT_NE(text.find("</svg>"), std::string::npos) << text;
+        EXPECT_NE(text.find("1000 numbers"), std::string::npos) << text;
+        return text;
+    };
+    EXPECT_NE(drawn("gaussian").find(">exact<"), std::string::npos);
+    EXPECT_EQ(drawn("bits").find(">exact<"), std::string::npos);
+    std::remove(picture.c_str());
+
+    setenv("PATH", "/nowhere", 1);
+    const Outcome outcome = run({"draw", "gaussian", "--picture", picture});
+    setenv("PATH", path.c_str(), 1);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.err.find("gnuplot"), std::string::npos) << outcome.err;
+    EXPECT_FALSE(std::ifstream(picture).is_open());
+}
+
+TEST(Draw, SummaryCountsFarTailsBesideTheHistogram) {
+    const Lines lines = draw({"cauchy", "--count", "10000", "--summary"});
+    EXPECT_NE(lines[10].find("below"), std::string::npos) << lines[10];
+    EXPECT_NE(lines.back().find("above"), std::string::npos) << lines.back();
+    EXPECT_GE(lines.size(), 9u + 1 + 8 + 2);
 }
