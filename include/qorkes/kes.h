@@ -336,6 +336,129 @@ QORKES_API int _kesiRngUniformBits(int method, StreamState* stream, int n, uint3
 
 /* ---- Scalar helpers ------------------------------------------------------------ */
 
-/* ---- Tasks: convolution and correlation ---------------------------------------- */
+/* ---- Tasks: convolution and correlation --------------------------------------------
+ *
+ * A task describes one convolution or correlation: what is done, with which element
+ * types, and the shapes of the three arrays. It is made once and executed any number of
+ * times:
+ *
+ *     TaskRecord* task;
+ *     const int nx = 3, ny = 5, nz = 7;
+ *     int status = __kesNewTask(&task, KesTaskConvolution, 0, KesTaskModeAuto, 0,
+ *                               KesTaskDouble, 1, &nx, &ny, &nz);
+ *     ...
+ *     __kesDeleteTask(&task);
+ *
+ * A failure sticks: once an edit or an execution has failed, every further edit,
+ * commit, copy and execution returns that status at once, and only deleting works.
+ * A task belongs to one thread at a time.
+ */
+
+#define KesStatusCcNotImplemented (-2000) /* no kernel for this combination */
+#define KesStatusCcNullX          (-2011)
+#define KesStatusCcBadXShape      (-2012) /* an entry below 1 */
+#define KesStatusCcNullY          (-2021)
+#define KesStatusCcBadYShape      (-2022) /* an entry below 1 */
+#define KesStatusCcNullZ          (-2031)
+#define KesStatusCcBadZShape      (-2032) /* an entry below 1 */
+#define KesStatusCcBadZStride     (-2033) /* a stride of zero */
+#define KesStatusCcBadStart       (-2034) /* outside the full result */
+#define KesStatusCcBadDecimation  (-2035) /* below 1, or past the full result */
+#define KesStatusCcNoMemory       (-2101) /* no memory for a work array */
+#define KesStatusCcFftFailed      (-2102)
+#define KesStatusCcBadParameter   (-2211) /* parameter code outside 1 to 19 */
+#define KesStatusCcFixedParameter (-2212) /* parameter that cannot be edited */
+#define KesStatusCcNoRelease      (-2220) /* private data without a release */
+#define KesStatusCcCopyFailed     (-2230) /* private data could not be cloned */
+#define KesStatusCcDeleteFailed   (-2240) /* deleted, but its private data failed */
+
+#define KesTaskConvolution 1
+#define KesTaskCorrelation 2
+
+#define KesTaskModeAuto   0
+#define KesTaskModeDirect 1
+#define KesTaskModeFft    2
+
+#define KesTaskSingle 1
+#define KesTaskDouble 2 /* as any number but 1 */
+
+/* What __kesEditTask can change. */
+#define KesTaskParamMode         3
+#define KesTaskParamEditWord     4
+#define KesTaskParamStart        5
+#define KesTaskParamDecimation   6
+#define KesTaskParamInternalType 9
+
+#define KesTaskMaxRank 7
+
+struct TaskRecord;
+typedef int (*KesTaskRelease)(struct TaskRecord* task, void* privateData);
+typedef int (*KesTaskClone)(struct TaskRecord* newTask, void** newPrivateData,
+                            void* privateData);
+
+/* A task. The shape, start, decimation and stride arrays are the task's own copies;
+ * x alone is the caller's array and has to stay as long as the task executes on it. */
+typedef struct TaskRecord {
+    int32_t status; /* 0, or the first failure */
+    int32_t job;    /* 1: convolution; any other: correlation */
+    int32_t callerWordA;
+    int32_t mode;
+    int32_t editWord;
+    int32_t* start;      /* null: the default */
+    int32_t* decimation; /* null: 1 in every dimension */
+    int32_t callerWordB;
+    int32_t dataType;     /* 1: the arrays hold floats; any other: doubles */
+    int32_t internalType; /* 1: computed in single precision; any other: double */
+    int32_t rank;
+    int32_t* xshape;
+    int32_t* yshape;
+    int32_t* zshape;
+    int32_t* xstride; /* of the fixed operand */
+    const void* x;    /* the fixed operand, or null */
+    int32_t startStore[KesTaskMaxRank];
+    int32_t decimationStore[KesTaskMaxRank];
+    int32_t xshapeStore[KesTaskMaxRank];
+    int32_t yshapeStore[KesTaskMaxRank];
+    int32_t zshapeStore[KesTaskMaxRank];
+    int32_t xstrideStore[KesTaskMaxRank];
+    int32_t committed; /* 1 after a commit or an execution, 0 after an edit */
+    void* privateData; /* for extensions; null in the tasks made here */
+    KesTaskRelease privateRelease;
+    KesTaskClone privateClone;
+} TaskRecord;
+
+/* Makes a task. callerWordA and callerWordB are kept for the caller; type goes for the
+ * data and the arithmetic; rank is at most KesTaskMaxRank, and the shapes have that
+ * many entries. Nothing of this is tested here: shapes are tested by the execution.
+ * Status: KesStatusNullPointer for a null address, KesStatusNoMemory. */
+QORKES_API int __kesNewTask(TaskRecord** task, int job, int callerWordA, int mode,
+                            int callerWordB, int type, int rank, const int* xshape,
+                            const int* yshape, const int* zshape);
+
+/* The same with a fixed operand x of strides xstride (null: dense) for __kesExecX. */
+QORKES_API int __kesNewTaskX(TaskRecord** task, int job, int callerWordA, int mode,
+                             int callerWordB, int type, int rank, const int* xshape,
+                             const int* yshape, const int* zshape, const void* x,
+                             const int* xstride);
+
+/* An independent copy of a healthy task; of x the pointer. Private data goes through
+ * privateClone; if that fails, there is no copy: KesStatusCcCopyFailed. */
+QORKES_API int __kesCopyTask(TaskRecord** newTask, const TaskRecord* task);
+
+/* Frees the task and clears the pointer; a null task is no failure. Private data goes
+ * through privateRelease and free; KesStatusCcDeleteFailed if the release failed. */
+QORKES_API int __kesDeleteTask(TaskRecord** task);
+
+/* Changes a parameter to what stands at `value`: one word, or for start and decimation
+ * one word a dimension. A code that cannot be edited or a null value is a failure that
+ * sticks. */
+QORKES_API int __kesEditTask(TaskRecord* task, int parameter, const void* value);
+
+/* Marks a healthy task as ready; executions do so by themselves. */
+QORKES_API int __kesCommitTask(TaskRecord* task);
+
+/* The task's status; the setter returns the one before. The task is not tested. */
+QORKES_API int __kesccSetStatus(TaskRecord* task, int status);
+QORKES_API int __kesccGetStatus(const TaskRecord* task);
 
 #endif
