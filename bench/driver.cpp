@@ -1,8 +1,11 @@
-// qorkes-bench: times every row of the tables in kernels.cpp and streams.cpp.
+// qorkes-bench: times every row of the tables in kernels.cpp, streams.cpp and
+// signal.cpp.
 //
 // One round times our entry, the x87 peer and the SSE2 peer, each for about a
-// millisecond, and gives a ratio for each peer. Reported are the median over the rounds
-// and the range of their middle eight tenths.
+// millisecond, and gives a ratio for each peer. The rounds of a row are spread over
+// several passes through the table, since what else a machine does comes in bursts of
+// seconds. Reported are the median over the rounds and the range of their middle eight
+// tenths.
 #include "driver.hpp"
 
 #include <support/document.hpp>
@@ -22,6 +25,7 @@ namespace {
 
 constexpr double measuredSeconds = 1e-3;
 constexpr int sizes[] = {1000, 100000};
+constexpr int passes = 5;
 
 using Work = std::function<void()>;
 
@@ -49,11 +53,13 @@ struct Timed {
     double seconds() const { return secondsFor(work, repetitions) / repetitions; }
 };
 
-/// The ratios of all rounds, in ascending order.
+/// The ratios of all rounds.
 struct Ratios {
-    std::vector<double> sorted;
+    std::vector<double> rounds;
 
     double at(double quantile) const {
+        std::vector<double> sorted = rounds;
+        std::ranges::sort(sorted);
         const auto last = static_cast<double>(sorted.size() - 1);
         return sorted[static_cast<std::size_t>(quantile * last + 0.5)];
     }
@@ -67,18 +73,24 @@ struct Result {
     const Ratios& ratios() const { return x87.median() < sse2.median() ? x87 : sse2; }
 };
 
-Result measure(const Contest& contest, int rounds) {
+void measure(const Contest& contest, int rounds, Result& result) {
     const Timed ours(contest.ours), x87(contest.x87), sse2(contest.sse2);
-    Result result;
     for (int i = 0; i < rounds; ++i) {
         const double base = ours.seconds();
-        result.x87.sorted.push_back(x87.seconds() / base);
-        result.sse2.sorted.push_back(sse2.seconds() / base);
+        result.x87.rounds.push_back(x87.seconds() / base);
+        result.sse2.rounds.push_back(sse2.seconds() / base);
     }
-    std::ranges::sort(result.x87.sorted);
-    std::ranges::sort(result.sse2.sorted);
-    return result;
 }
+
+struct MeasuredRow {
+    Row row;
+    Result results[std::size(sizes)] = {};
+
+    void measureSizes(int rounds) {
+        for (std::size_t i = 0; i < std::size(sizes); ++i)
+            measure(row.prepare(sizes[i]), rounds, results[i]);
+    }
+};
 
 template <class... Args> std::string format(const char* pattern, Args... args) {
     char text[200];
@@ -88,7 +100,7 @@ template <class... Args> std::string format(const char* pattern, Args... args) {
 
 std::string line(const std::string& ours, const std::string& arguments,
                  const std::string& peer, const std::string (&cells)[4]) {
-    return format("| %-18s | %-30s | %-17s | %-19s | %-12s | %-19s | %-12s |\n",
+    return format("| %-18s | %-30s | %-17s | %-22s | %-12s | %-22s | %-12s |\n",
                   ours.c_str(), arguments.c_str(), peer.c_str(), cells[0].c_str(),
                   cells[1].c_str(), cells[2].c_str(), cells[3].c_str());
 }
@@ -101,17 +113,45 @@ std::string heading() {
            rule;
 }
 
-std::string measured(const Row& row, int rounds) {
+std::string withRange(const Ratios& ratios) {
+    return format("%.2f (%.2f to %.2f)", ratios.median(), ratios.at(0.1),
+                  ratios.at(0.9));
+}
+
+std::string lineOf(const MeasuredRow& measured) {
     std::string cells[4];
     std::string* cell = cells;
-    for (const int n : sizes) {
-        const Result result = measure(row.prepare(n), rounds);
-        const Ratios& ratios = result.ratios();
-        *cell++ = format("%.2f (%.2f to %.2f)", ratios.median(), ratios.at(0.1),
-                         ratios.at(0.9));
+    for (const Result& result : measured.results) {
+        *cell++ = withRange(result.ratios());
         *cell++ = format("%.2f, %.2f", result.x87.median(), result.sse2.median());
     }
-    return line(row.ours, row.arguments, row.peer, cells);
+    return line(measured.row.ours, measured.row.arguments, measured.row.peer, cells);
+}
+
+std::vector<MeasuredRow> rowsWith(const std::string& part) {
+    std::vector<MeasuredRow> rows;
+    for (const auto& table : {kernelRows(), streamRows()})
+        for (const Row& row : table)
+            if (row.ours.find(part) != std::string::npos) rows.push_back({row});
+    return rows;
+}
+
+std::string sizedLine(const SizedRow& row, const std::string& scalar,
+                      const std::string& simd) {
+    return format("| %-18s | %-17s | %-6s | %-19s | %-19s |\n", row.ours.c_str(),
+                  row.size.c_str(), row.peer.c_str(), scalar.c_str(), simd.c_str());
+}
+
+std::string sizedHeading() {
+    std::string rule = sizedLine({}, "", "");
+    std::ranges::replace(rule, ' ', '-');
+    return "\n" + sizedLine({"ours", "size", "peer", {}}, "scalar", "SIMD") + rule;
+}
+
+std::string sizedLine(const SizedRow& row, int rounds) {
+    Result result;
+    measure(row.prepare(), rounds, result);
+    return sizedLine(row, withRange(result.x87), withRange(result.sse2));
 }
 
 std::string machine() {
@@ -128,26 +168,33 @@ int main(int argc, char** argv) {
     CLI::App app(
         "Times Qorkes and its peers alternately: peer's time divided by ours.");
     std::string filter, document;
-    int rounds = 31;
+    int rounds = 20;
     auto* part =
         app.add_option("--filter", filter, "only rows whose name has this part");
-    app.add_option("--rounds", rounds, "rounds for each row")
+    app.add_option("--rounds", rounds, "rounds for each row in each of five passes")
         ->check(CLI::PositiveNumber);
     app.add_option("--docs", document, "performance document to bring up to date")
         ->check(CLI::ExistingFile)
         ->excludes(part);
     CLI11_PARSE(app, argc, argv);
 
-    std::vector<Row> rows = kernelRows();
-    std::ranges::move(streamRows(), std::back_inserter(rows));
+    std::vector<MeasuredRow> rows = rowsWith(filter);
+    for (int pass = 1; pass < passes; ++pass)
+        for (MeasuredRow& row : rows) row.measureSizes(rounds);
 
-    std::string table = machine() + heading();
-    std::cout << table << std::flush;
-    for (const Row& row : rows) {
-        if (row.ours.find(filter) == std::string::npos) continue;
-        const std::string text = measured(row, rounds);
+    std::string table;
+    const auto add = [&](const std::string& text) {
         std::cout << text << std::flush;
         table += text;
+    };
+    add(machine() + heading());
+    for (MeasuredRow& row : rows) {
+        row.measureSizes(rounds);
+        add(lineOf(row));
     }
+    add(sizedHeading());
+    for (const SizedRow& row : signalRows())
+        if (row.ours.find(filter) != std::string::npos)
+            add(sizedLine(row, passes * rounds));
     if (!document.empty()) replaceSection(document, "ratios", table);
 }

@@ -21,7 +21,17 @@ struct Row {
     std::function<Contest(int n)> prepare;
 };
 
+/// A row of one size, whose peer is a library with a scalar (x87) and a SIMD (sse2)
+/// form.
+struct SizedRow {
+    std::string ours;
+    std::string size;
+    std::string peer;
+    std::function<Contest()> prepare;
+};
+
 std::vector<Row> kernelRows();
 std::vector<Row> streamRows();
+std::vector<SizedRow> signalRows();
 
 } // namespace qorkes::bench

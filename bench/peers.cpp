@@ -1,6 +1,9 @@
 #include "peers.hpp"
 
+#include <boost/random/additive_combine.hpp>
 #include <boost/random/linear_congruential.hpp>
+#include <boost/random/mersenne_twister.hpp>
+#include <boost/random/uniform_real_distribution.hpp>
 #include <gsl/gsl_rng.h>
 
 #include <cmath>
@@ -64,26 +67,56 @@ const KernelPeer<T> kernelPeers[] = {
     mapping<T>("Tanh", "tanh", CALL(tanh)),
 };
 
-template <class Engine> void fillFrom(int n, std::uint32_t* y) {
+/// The next raw word, or a real number from [0, 1) by the library's own distribution.
+template <class T, class Real, class Engine> T next(Engine& engine) {
+    if constexpr (std::is_integral_v<T>)
+        return static_cast<T>(engine());
+    else
+        return Real(0, 1)(engine);
+}
+
+template <class Engine, class T> void fillFromStd(int n, T* y) {
+    using Real = std::uniform_real_distribution<
+        std::conditional_t<std::is_integral_v<T>, double, T>>;
     static Engine engine;
-    for (int i = 0; i < n; ++i) y[i] = static_cast<std::uint32_t>(engine());
+    for (int i = 0; i < n; ++i) y[i] = next<T, Real>(engine);
+}
+
+template <class Engine, class T> void fillFromBoost(int n, T* y) {
+    using Real = boost::random::uniform_real_distribution<
+        std::conditional_t<std::is_integral_v<T>, double, T>>;
+    static Engine engine;
+    for (int i = 0; i < n; ++i) y[i] = next<T, Real>(engine);
 }
 
 /// A generator of the GNU Scientific Library.
-template <const gsl_rng_type* const& type> void fillFromGsl(int n, std::uint32_t* y) {
+template <const gsl_rng_type* const& type, class T> void fillFromGsl(int n, T* y) {
     static gsl_rng* const generator = gsl_rng_alloc(type);
     for (int i = 0; i < n; ++i)
-        y[i] = static_cast<std::uint32_t>(gsl_rng_get(generator));
+        if constexpr (std::is_integral_v<T>)
+            y[i] = static_cast<T>(gsl_rng_get(generator));
+        else
+            y[i] = static_cast<T>(gsl_rng_uniform(generator));
 }
 
-const WordPeer wordPeers[] = {
-    {"std minstd_rand", fillFrom<std::minstd_rand>},
-    {"Boost minstd_rand", fillFrom<boost::random::minstd_rand>},
-    {"GSL minstd", fillFromGsl<gsl_rng_minstd>},
+template <class T>
+const StreamPeer<T> streamPeers[] = {
+    {"std minstd_rand", fillFromStd<std::minstd_rand, T>},
+    {"std mt19937", fillFromStd<std::mt19937, T>},
+    {"Boost minstd_rand", fillFromBoost<boost::random::minstd_rand, T>},
+    {"Boost mt19937", fillFromBoost<boost::random::mt19937, T>},
+    {"Boost ecuyer1988", fillFromBoost<boost::random::ecuyer1988, T>},
+    {"GSL minstd", fillFromGsl<gsl_rng_minstd, T>},
+    {"GSL mt19937", fillFromGsl<gsl_rng_mt19937, T>},
+    {"GSL r250", fillFromGsl<gsl_rng_r250, T>},
+    {"GSL taus88", fillFromGsl<gsl_rng_taus, T>},
 };
 
 } // namespace
 
-Peers QORKES_PEERS() { return {kernelPeers<double>, kernelPeers<float>, wordPeers}; }
+Peers QORKES_PEERS() {
+    return {kernelPeers<double>, kernelPeers<float>, streamPeers<std::uint32_t>,
+            streamPeers<double>, streamPeers<float>};
+}
 
 } // namespace qorkes::bench

@@ -14,16 +14,19 @@ template <class T> struct KernelPeer {
     void (*loop)(int n, const T* a, const T* b, T* y, T* z);
 };
 
-/// Fills y with the raw words of a generator that lives as long as the program.
-struct WordPeer {
+/// Fills y from a generator that lives as long as the program: with its raw words, or
+/// with real numbers from [0, 1).
+template <class T> struct StreamPeer {
     const char* name;
-    void (*fill)(int n, std::uint32_t* y);
+    void (*fill)(int n, T* y);
 };
 
 struct Peers {
     std::span<const KernelPeer<double>> doubles;
     std::span<const KernelPeer<float>> singles;
-    std::span<const WordPeer> words;
+    std::span<const StreamPeer<std::uint32_t>> words;
+    std::span<const StreamPeer<double>> uniformDoubles;
+    std::span<const StreamPeer<float>> uniformSingles;
 };
 
 // In the same order.

@@ -7,28 +7,57 @@
 namespace qorkes::catalogue {
 namespace {
 
-// Entries of one function in all precisions and accuracies.
-#define KERNELS(function, d50, s21, s11)                                               \
-    {{"HA", "_qord" #function "_HA", "_qord" #function "_HA", _qord##function##_HA},   \
-     {"50", "_qord" #function "_50", "_qord" #function "_" #d50,                       \
-      _qord##function##_50}},                                                          \
+// One entry; precision is d or s.
+#define KERNEL(precision, function, tag, worker, reportsAs)                            \
     {                                                                                  \
-        {"HA", "_qors" #function "_HA", "_qors" #function "_HA",                       \
-         _qors##function##_HA},                                                        \
-            {"21", "_qors" #function "_21", "_qors" #function "_" #s21,                \
-             _qors##function##_21},                                                    \
-            {"11", "_qors" #function "_11", "_qors" #function "_" #s11,                \
-             _qors##function##_11},                                                    \
+#tag, "_qor" #precision #function "_" #tag,                                    \
+            "_qor" #precision #function "_" #worker, reportsAs,                        \
+            _qor##precision##function##_##tag                                          \
     }
 
-// The last three columns name the kernel that does the work of double 50, float 21 and
-// float 11.
+// Entries of one function in all precisions and accuracies.
+#define KERNELS(function, d50, s21, s11)                                               \
+    {KERNEL(d, function, HA, HA, "_qord" #function "_HA"),                             \
+     KERNEL(d, function, 50, d50, "_qord" #function "_" #d50)},                        \
+    {                                                                                  \
+        KERNEL(s, function, HA, HA, "_qors" #function "_HA"),                          \
+            KERNEL(s, function, 21, s21, "_qors" #function "_" #s21),                  \
+            KERNEL(s, function, 11, s11, "_qors" #function "_" #s11)                   \
+    }
+
+// The same for functions whose reports come from their scalar code.
+#define KERNELS_BY_SCALAR_CODE(function, d50, scalar50)                                \
+    {KERNEL(d, function, HA, HA, "d" #function "_HA"),                                 \
+     KERNEL(d, function, 50, d50, "d" #function "_" #scalar50)},                       \
+    {                                                                                  \
+        KERNEL(s, function, HA, HA, "s" #function "_HA"),                              \
+            KERNEL(s, function, 21, 21, "s" #function "_LA"),                          \
+            KERNEL(s, function, 11, 21, "s" #function "_LA")                           \
+    }
+
+// The last three columns of KERNELS name the kernel that does the work of double 50,
+// float 21 and float 11.
 // clang-format off
 constexpr Function rows[] = {
+    {"Acosh", "acosh(a)", Form::oneToOne, KERNELS(Acosh, HA, HA, HA)},
+    {"Asinh", "asinh(a)", Form::oneToOne, KERNELS(Asinh, HA, HA, HA)},
+    {"Atanh", "atanh(a)", Form::oneToOne, KERNELS(Atanh, HA, HA, HA)},
+    {"Cos", "cos(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Cos, HA, HA)},
+    {"Cosh", "cosh(a)", Form::oneToOne, KERNELS(Cosh, HA, HA, HA)},
     {"Div", "a / b", Form::twoToOne, KERNELS(Div, HA, HA, HA)},
+    {"Exp", "e^a", Form::oneToOne, KERNELS(Exp, HA, HA, HA)},
     {"Inv", "1 / a", Form::oneToOne, KERNELS(Inv, HA, HA, HA)},
     {"InvSqrt", "1 / sqrt(a)", Form::oneToOne, KERNELS(InvSqrt, HA, HA, HA)},
+    {"Ln", "ln(a)", Form::oneToOne, KERNELS(Ln, HA, HA, HA)},
+    {"Log10", "log10(a)", Form::oneToOne, KERNELS(Log10, HA, HA, HA)},
+    {"Pow", "a^b", Form::twoToOne, KERNELS(Pow, 50, 21, 21)},
+    {"Powx", "a^b, one b for all", Form::arrayAndScalar, KERNELS(Powx, HA, HA, HA)},
+    {"Sin", "sin(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Sin, HA, HA)},
+    {"SinCos", "sin(a), cos(a)", Form::oneToTwo, KERNELS_BY_SCALAR_CODE(SinCos, HA, HA)},
+    {"Sinh", "sinh(a)", Form::oneToOne, KERNELS(Sinh, HA, HA, HA)},
     {"Sqrt", "sqrt(a)", Form::oneToOne, KERNELS(Sqrt, HA, HA, HA)},
+    {"Tan", "tan(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Tan, 50, LA)},
+    {"Tanh", "tanh(a)", Form::oneToOne, KERNELS(Tanh, HA, HA, HA)},
 };
 // clang-format on
 

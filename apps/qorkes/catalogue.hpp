@@ -25,7 +25,8 @@ template <class T> union Entry {
 template <class T> struct Kernel {
     const char* accuracy;  // HA, 50, 21, 11
     const char* symbol;    // the exported name
-    const char* reportsAs; // the kernel that does the work
+    const char* worker;    // the kernel that does the work
+    const char* reportsAs; // the name in its reports
     Entry<T> entry;
 };
 

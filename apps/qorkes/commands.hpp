@@ -9,7 +9,10 @@ class App;
 namespace qorkes {
 
 void addApply(CLI::App& app);
+void addConv(CLI::App& app);
 void addDraw(CLI::App& app);
+void addFft(CLI::App& app);
 void addList(CLI::App& app);
+void addStream(CLI::App& app);
 
 } // namespace qorkes

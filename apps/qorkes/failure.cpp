@@ -29,8 +29,8 @@ std::vector<std::string> commands(const CLI::App& app) {
 /// The command whose help would have shown the right way.
 std::string helpCommand(const CLI::App& app) {
     const auto chosen = app.get_subcommands();
-    return chosen.empty() ? "qorkes --help"
-                          : "qorkes " + chosen[0]->get_name() + " --help";
+    if (chosen.empty()) return app.get_name() + " --help";
+    return app.get_name() + ' ' + helpCommand(*chosen[0]);
 }
 
 } // namespace

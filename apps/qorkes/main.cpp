@@ -9,8 +9,11 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", "qorkes " QORKES_VERSION);
     app.get_formatter()->column_width(28);
     qorkes::addApply(app);
+    qorkes::addConv(app);
     qorkes::addDraw(app);
+    qorkes::addFft(app);
     qorkes::addList(app);
+    qorkes::addStream(app);
     app.footer("Examples:\n"
                "  qorkes list\n"
                "  echo 1 4 9 | qorkes apply Sqrt\n"

@@ -1,9 +1,9 @@
 // The yearly flow of the Nile at Aswan, 1871 to 1970: did it change after 1898?
 //
-// Reads nile.csv, takes square roots with a vector kernel, and finds by a two-sample
-// bootstrap from a random stream how sure the change of the mean is. That year is where
-// Cobb finds the change ("The problem of the Nile: conditional solution to a
-// changepoint problem", Biometrika 65, 1978); the bootstrap is Efron's ("Bootstrap
+// Reads nile.csv, takes square roots and logarithms with vector kernels, and finds by a
+// two-sample bootstrap from a random stream how sure the change of the mean is. That
+// year is where Cobb finds the change ("The problem of the Nile: conditional solution
+// to a changepoint problem", Biometrika 65, 1978); the bootstrap is Efron's ("Bootstrap
 // methods: another look at the jackknife", Annals of Statistics 7, 1979).
 #include <qorkes/qorkes.h>
 
@@ -105,8 +105,10 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: nile-demo NILE.CSV, the file of 100 years\n");
         return 2;
     }
-    Series root(flow.size());
-    _qordSqrt_HA(static_cast<int>(flow.size()), flow.data(), root.data());
+    const auto n = static_cast<int>(flow.size());
+    Series root(flow.size()), logarithm(flow.size());
+    _qordSqrt_HA(n, flow.data(), root.data());
+    _qordLn_HA(n, flow.data(), logarithm.data());
 
     const auto split = flow.begin() + (lastYearBefore - firstYear + 1);
     const Series before(flow.begin(), split), after(split, flow.end());
@@ -118,6 +120,7 @@ int main(int argc, char** argv) {
                 "median", "greatest", "skewness");
     printSummary("flow", flow);
     printSummary("square root", root);
+    printSummary("logarithm", logarithm);
     std::printf("\n  mean until 1898     %8.1f   (%d years)\n"
                 "  mean after 1898     %8.1f   (%d years)\n"
                 "  change              %8.1f\n"

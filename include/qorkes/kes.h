@@ -258,23 +258,198 @@ QORKES_API int __kesdBRngMCG59(StreamState* stream, int n, double* r, double a,
                                double b);
 QORKES_API int __kesiBRngMCG59(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator MRG32K3A -------------------------------------------------------- */
+/* ---- Generator MRG32K3A: two multiple recurrences, combined -----------------------
+ *
+ * x[i] = 1403580 x[i-2] - 810728 x[i-3] mod m1 = 2^32 - 209,
+ * y[i] = 527612 y[i-1] - 1370589 y[i-3] mod m2 = 2^32 - 22853; what is delivered is
+ * x - y mod m1, with m1 for 0: 32 bits, never 0, period about 2^191. L'Ecuyer, "Good
+ * parameters and implementations for combined multiple recursive random number
+ * generators", Operations Research 47, 1999.
+ *
+ * Seed: up to six words, the older terms first, x before y; 1 stands in for those that
+ * are missing. Each is taken modulo m1 or m2, and three that are 0 become 1, 0, 0. The
+ * first number follows from the first new terms. Skip-ahead, but no leapfrog. Real
+ * numbers are z (b - a) / m1 + a: b itself can be reached, where L'Ecuyer divides by
+ * m1 + 1.
+ */
+QORKES_API int __kesBRngMRG32K3AInitStream(int method, StreamState* stream, int n,
+                                           const uint32_t* params);
+QORKES_API int __kessBRngMRG32K3A(StreamState* stream, int n, float* r, float a,
+                                  float b);
+QORKES_API int __kesdBRngMRG32K3A(StreamState* stream, int n, double* r, double a,
+                                  double b);
+QORKES_API int __kesiBRngMRG32K3A(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator MT19937 --------------------------------------------------------- */
+/* The jumps of MRG32K3A. Matrices are 3 by 3 in rows, of numbers below m, as are
+ * vectors; results may be stored over arguments. MulMod: c = a b. VectMulMod: w = a v.
+ * PowMod: r = a^e, which destroys a; e is not below 0. Vect3PowMod moves v, three terms
+ * of a recurrence with the oldest first, on by e terms; c holds the coefficients of the
+ * newest, the middle and the oldest. */
+QORKES_API void __kesiMatr3x3MulMod(const uint32_t* a, const uint32_t* b, uint32_t* c,
+                                    uint32_t m);
+QORKES_API void __kesiMatr3x3VectMulMod(const uint32_t* a, const uint32_t* v,
+                                        uint32_t* w, uint32_t m);
+QORKES_API void __kesiMatr3x3PowMod(uint32_t* a, uint32_t* r, uint32_t m, int32_t e);
+QORKES_API void __kesiVect3PowMod(uint32_t* v, const uint32_t* c, uint32_t m,
+                                  int32_t e);
 
-/* ---- Generator MT2203 ---------------------------------------------------------- */
+/* ---- Generator MT19937: Mersenne Twister ------------------------------------------
+ *
+ * The twisted shift register of 624 words with its published parameters: 32 bits, equi-
+ * distributed in 623 dimensions, period 2^19937 - 1. Matsumoto and Nishimura, "Mersenne
+ * Twister", ACM Transactions on Modeling and Computer Simulation 8, 1998.
+ *
+ * Seed: any number of words, all of which count; no seed is the seed of a single 1.
+ * They go through the authors' init_by_array of 2002. No leapfrog, no skip-ahead. Real
+ * numbers are x (b - a) / 2^32 + a; a float may be rounded up to b. Output slots use r
+ * as their working memory.
+ */
+QORKES_API int __kesBRngMT19937InitStream(int method, StreamState* stream, int n,
+                                          const uint32_t* params);
+QORKES_API int __kessBRngMT19937(StreamState* stream, int n, float* r, float a,
+                                 float b);
+QORKES_API int __kesdBRngMT19937(StreamState* stream, int n, double* r, double a,
+                                 double b);
+QORKES_API int __kesiBRngMT19937(StreamState* stream, int n, uint32_t* r);
+
+/* ---- Generator MT2203: a family of small Mersenne Twisters ------------------------
+ *
+ * 1024 generators of period 2^2203 - 1 for as many independent streams: twisted shift
+ * registers of 69 words with a matrix word and two tempering masks of their own, found
+ * by dynamic creation, so that the characteristic polynomials are irreducible and
+ * different. Matsumoto and Nishimura, "Dynamic creation of pseudorandom number
+ * generators", Monte Carlo and Quasi-Monte Carlo Methods 1998, 2000.
+ *
+ * Member m is KesBrngMT2203 + m. Seeding, output and what cannot be done are as with
+ * MT19937. A stream carries its member's parameters; __kesCopyStreamState moves the
+ * words and not the parameters.
+ */
+#define KesMt2203Members 1024
+
+typedef struct KesMt2203Row {
+    uint32_t MatrixA; /* matrix word; its low 16 bits are the member's own */
+    uint32_t MaskB;   /* tempering mask for the shift by 7 */
+    uint32_t MaskC;   /* tempering mask for the shift by 15 */
+} KesMt2203Row;
+
+QORKES_API const KesMt2203Row _kes_mt2203_table[KesMt2203Members];
+
+QORKES_API int __kesBRngMT2203InitStream(int method, StreamState* stream, int n,
+                                         const uint32_t* params);
+QORKES_API int __kessBRngMT2203(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngMT2203(StreamState* stream, int n, double* r, double a,
+                                double b);
+QORKES_API int __kesiBRngMT2203(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator Niederreiter ---------------------------------------------------- */
 
-/* ---- Generator R250 ------------------------------------------------------------ */
+/* ---- Generator R250: generalised feedback shift register --------------------------
+ *
+ * x[i] = x[i-250] xor x[i-147]: 32 bits, period 2^250 - 1. Kirkpatrick and Stoll, "A
+ * very fast shift-register sequence random number generator", Journal of Computational
+ * Physics 40, 1981.
+ *
+ * Seed: 250 words and more are the register as they stand, all zeros too. Of fewer the
+ * first one counts, 1 standing in for 0 and for no seed: the register is filled by
+ * powers of 69069 modulo 2^32 and 32 of its words are made linearly independent. No
+ * leapfrog, no skip-ahead. Real numbers are x (b - a) / 2^32 + a; rounding may reach b.
+ */
+QORKES_API int __kesBRngR250InitStream(int method, StreamState* stream, int n,
+                                       const uint32_t* params);
+QORKES_API int __kessBRngR250(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngR250(StreamState* stream, int n, double* r, double a,
+                              double b);
+QORKES_API int __kesiBRngR250(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator Sobol ----------------------------------------------------------- */
 
 /* ---- Generator WH -------------------------------------------------------------- */
 
-/* ---- Stream files -------------------------------------------------------------- */
+/* ---- Stream files -----------------------------------------------------------------
+ *
+ * A file holds one stream: 16 bytes of header ("RNG", version 0, sizes, identifier),
+ * the generator's state byte for byte, and the chunks, so that distributions go on
+ * where they were too. Little-endian, without padding.
+ */
 
-/* ---- Abstract streams ---------------------------------------------------------- */
+/* Writes the stream to a file, over one that is there. The name ends in a zero if
+ * length is below 0; else it is that many bytes. KesStatusNoMemory, KesStatusFileOpen,
+ * KesStatusFileWrite (part of the file stays; also for a block of size 0) or
+ * KesStatusFileClose. */
+QORKES_API int __kesSaveStreamF(const StreamState* stream, const char* name,
+                                int length);
+
+/* Makes a stream that continues as the saved one. KesStatusFileOpen, KesStatusFileRead
+ * (the file is too short), KesStatusBadFileFormat (no stream file, or of a generator
+ * that is not registered so), KesStatusBadFileVersion, KesStatusFileClose or
+ * KesStatusNoMemory; bytes behind the last chunk are not looked at. After a failure a
+ * stream that *stream holds is deleted, also one from before the call: pass a variable
+ * that is null. A loaded abstract stream has the pointers it was saved with. */
+QORKES_API int __kesLoadStreamF(StreamState** stream, const char* name);
+
+/* ---- Abstract streams -------------------------------------------------------------
+ *
+ * Streams of numbers that the caller produces: a hardware source, another generator, a
+ * file. The caller owns a circular buffer of n elements, which must outlive the stream,
+ * and a function that fills it when the stream runs out; whatever draws from streams
+ * then draws from these.
+ *
+ * An abstract stream gives only what its buffer holds: words for UniformBits and what
+ * is made of them, doubles, or floats. Other draws return KesStatusBadAbstractKind.
+ * Real numbers v of the buffer's range [low, high) are mapped to the range [a, b) of a
+ * draw: (v - low) (b - a) / (high - low) + a, doubles rounded once, floats at each
+ * operation.
+ *
+ * The function is called with what it may not change and must not draw from the stream:
+ * n, the size of the buffer; nmin, how many numbers would satisfy this draw, or n if
+ * that is less; nmax, how many there is room for; idx, the element to begin with. It
+ * writes up to nmax numbers from there on, from the end of the buffer going on at its
+ * start, and returns how many it wrote. Fewer than nmin lead to another call; more than
+ * the draw takes are kept for the next. A count below 0 or above nmax ends the draw
+ * with KesStatusBadUpdate, 0 with KesStatusNoNumbers: r has then received numbers, but
+ * the stream is as before the draw, and numbers that were unread will be delivered
+ * again.
+ */
+typedef int (*UpdateIntegers)(StreamState* stream, int* n, uint32_t* buffer, int* nmin,
+                              int* nmax, int* idx);
+typedef int (*UpdateDoubles)(StreamState* stream, int* n, double* buffer, int* nmin,
+                             int* nmax, int* idx);
+typedef int (*UpdateSingles)(StreamState* stream, int* n, float* buffer, int* nmin,
+                             int* nmax, int* idx);
+
+/* Make a stream with nothing unread: the first draw calls update. KesStatusBadArgument
+ * for n = 0, a null pointer, or low >= high (a NaN is not refused, nor is n below 0).
+ */
+QORKES_API int __kesiNewAbstractStream(StreamState** stream, int n, uint32_t* buffer,
+                                       UpdateIntegers update);
+QORKES_API int __kesdNewAbstractStream(StreamState** stream, int n, double* buffer,
+                                       double low, double high, UpdateDoubles update);
+QORKES_API int __kessNewAbstractStream(StreamState** stream, int n, float* buffer,
+                                       float low, float high, UpdateSingles update);
+
+/* Their rows. InitStream takes pointers at params: to n, the buffer, for real kinds to
+ * low and to high, and update. No leapfrog, no skip-ahead. */
+QORKES_API int __kesBRngiAbstractInitStream(int method, StreamState* stream, int n,
+                                            const uint32_t* params);
+QORKES_API int __kessBRngiAbstract(StreamState* stream, int n, float* r, float a,
+                                   float b);
+QORKES_API int __kesdBRngiAbstract(StreamState* stream, int n, double* r, double a,
+                                   double b);
+QORKES_API int __kesiBRngiAbstract(StreamState* stream, int n, uint32_t* r);
+QORKES_API int __kesBRngdAbstractInitStream(int method, StreamState* stream, int n,
+                                            const uint32_t* params);
+QORKES_API int __kessBRngdAbstract(StreamState* stream, int n, float* r, float a,
+                                   float b);
+QORKES_API int __kesdBRngdAbstract(StreamState* stream, int n, double* r, double a,
+                                   double b);
+QORKES_API int __kesiBRngdAbstract(StreamState* stream, int n, uint32_t* r);
+QORKES_API int __kesBRngsAbstractInitStream(int method, StreamState* stream, int n,
+                                            const uint32_t* params);
+QORKES_API int __kessBRngsAbstract(StreamState* stream, int n, float* r, float a,
+                                   float b);
+QORKES_API int __kesdBRngsAbstract(StreamState* stream, int n, double* r, double a,
+                                   double b);
+QORKES_API int __kesiBRngsAbstract(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Distributions ----------------------------------------------------------------
  *

@@ -14,7 +14,8 @@
  * Arguments: n of 0 and below does nothing. Pointers are not tested. Arrays need no
  * alignment. The result array may be an argument array; arrays may not overlap in any
  * other way. The caller's x87 control word and MXCSR are back on return, and results
- * do not depend on them except where a function says so.
+ * do not depend on them except where a function says so. MXCSR's denormals-are-zero,
+ * which came after this processor level, is left as it is and does what it says.
  *
  * A special element gets its defined result and a report (below); the kernel then goes
  * on with the next one. Kernels are reentrant.
@@ -169,6 +170,309 @@ QORKES_API void _qordInvSqrt_50(int n, const double* a, double* y);
 QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
+
+/* ---- Exp: y = e^a ------------------------------------------------------------------
+ *
+ * Powers of two from tables and a short polynomial in what they leave (Tang,
+ * "Table-driven implementation of the exponential function in IEEE floating-point
+ * arithmetic", 1989, for the class of methods), on the x87 unit at 64 bits, float at 53.
+ *
+ *   NaN                     the NaN, quiet
+ *   +infinity, -infinity    +infinity, +0
+ *   overflow                +infinity   QOR_STATUS_OVERFLOW
+ *   total loss              +0          QOR_STATUS_UNDERFLOW
+ *
+ * Overflow is from 709.7827128933841 up, float 88.72283935546875; total loss is at
+ * -745.1332191019412 and below, float below -103.97207641601562. A float result that is
+ * denormal is silent. In double, magnitudes from 708.3964185322642 on are reported too,
+ * up to 709.7822265625 if positive: the result is e^a, denormal if a is negative, and
+ * the status says nothing. It is an even number from 0 to 62.
+ */
+QORKES_API void _qordExp_HA(int n, const double* a, double* y);
+QORKES_API void _qordExp_50(int n, const double* a, double* y);
+QORKES_API void _qorsExp_HA(int n, const float* a, float* y);
+QORKES_API void _qorsExp_21(int n, const float* a, float* y);
+QORKES_API void _qorsExp_11(int n, const float* a, float* y);
+
+/* ---- Ln: y = ln(a) -----------------------------------------------------------------
+ *
+ * Double: logarithm and reciprocal of the top 8 bits of the mantissa from a table and a
+ * polynomial in the rest (Tang, "Table-driven implementation of the logarithm function
+ * in IEEE floating-point arithmetic", 1990, for the class of methods); just below 1 the
+ * Taylor series. Float: a cubic for each of 256 pieces of the mantissa. Arguments that
+ * are no positive normal numbers take the logarithm of the x87 unit.
+ *
+ *   +-0                     -infinity            QOR_STATUS_SING
+ *   negative, -infinity     the default NaN      QOR_STATUS_ERRDOM
+ *   +infinity               +infinity
+ *   NaN                     the NaN, quiet; QOR_STATUS_ERRDOM in double if the NaN's high
+ *                           word is 0xFFF00000
+ *
+ * A float is computed by the unit's logarithm too if its neighbour is special: elements
+ * count in pairs from the first one. A report of a float kernel saves and restores the
+ * state of the x87 unit, so exception flags that a handler raises do not survive it.
+ */
+QORKES_API void _qordLn_HA(int n, const double* a, double* y);
+QORKES_API void _qordLn_50(int n, const double* a, double* y);
+QORKES_API void _qorsLn_HA(int n, const float* a, float* y);
+QORKES_API void _qorsLn_21(int n, const float* a, float* y);
+QORKES_API void _qorsLn_11(int n, const float* a, float* y);
+
+/* ---- Log10: y = log10(a) -----------------------------------------------------------
+ *
+ * As Ln, with tables and polynomials of its own.
+ */
+QORKES_API void _qordLog10_HA(int n, const double* a, double* y);
+QORKES_API void _qordLog10_50(int n, const double* a, double* y);
+QORKES_API void _qorsLog10_HA(int n, const float* a, float* y);
+QORKES_API void _qorsLog10_21(int n, const float* a, float* y);
+QORKES_API void _qorsLog10_11(int n, const float* a, float* y);
+
+/* ---- Pow: y = a^b ------------------------------------------------------------------
+ *
+ * HA: log2 and 2^x by tables, the logarithm and its product with b in two parts (Tang,
+ * "Table-driven implementation of the logarithm function in IEEE floating-point
+ * arithmetic", 1990, for the class of methods; Dekker, "A floating-point technique for
+ * extending the available precision", 1971, for the parts). 50: the same in extended
+ * precision, in one part; bases in [0.25, 4) by the processor's logarithm. Float 21: a
+ * cubic and a quadratic.
+ *
+ *   b = +-0                           1, whatever a is
+ *   a = 1; a = -1, b infinite         1, whatever b is
+ *   a or b a NaN                      the NaN (that of a, if both are), quiet
+ *   b infinite                        +infinity or +0, by |a|
+ *   a = +-0, b = -infinity            +infinity   QOR_STATUS_ERRDOM
+ *   a infinite                        infinity or 0, of a's sign for odd b
+ *   a < 0, b finite and no integer    0xFFF8000000000000; float: 0xFFC00000
+ *                                                 QOR_STATUS_ERRDOM
+ *   a = +-0, b > 0                    0, of a's sign for odd b
+ *   a = +-0, b < 0                    infinity, of a's sign for odd b
+ *                                                 QOR_STATUS_ERRDOM
+ *   too large, too small              infinity, 0, unreported; denormal results are
+ *                                     rounded once
+ *
+ * A b of 2^52 and above counts as an even integer (_qorsPow_21: of 2^23 and above).
+ */
+QORKES_API void _qordPow_HA(int n, const double* a, const double* b, double* y);
+QORKES_API void _qordPow_50(int n, const double* a, const double* b, double* y);
+QORKES_API void _qorsPow_HA(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsPow_21(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsPow_11(int n, const float* a, const float* b, float* y);
+
+/* ---- Powx: y = a^b with one b for all elements -------------------------------------
+ *
+ * As Pow HA, in all accuracies. A report shows a in the place of b.
+ */
+QORKES_API void _qordPowx_HA(int n, const double* a, double b, double* y);
+QORKES_API void _qordPowx_50(int n, const double* a, double b, double* y);
+QORKES_API void _qorsPowx_HA(int n, const float* a, float b, float* y);
+QORKES_API void _qorsPowx_21(int n, const float* a, float b, float* y);
+QORKES_API void _qorsPowx_11(int n, const float* a, float b, float* y);
+
+/* ---- Sin: y = sin(a), a in radians -------------------------------------------------
+ *
+ * The nearest multiple of pi is taken off, in parts whose products with its count are
+ * exact (Cody and Waite, "Software manual for the elementary functions", 1980), and what
+ * is left goes through an odd polynomial: in double one for each of 65 pieces at 64 bits
+ * on the x87 unit, in float one for all. Far arguments, infinities and NaNs go to the
+ * scalar code (below), and their whole group of four with them: doubles from 128000 up,
+ * floats above 500000, _21 above 1000000.
+ *
+ *   +-0           the argument
+ *   +-infinity    the default NaN   QOR_STATUS_ERRDOM, as "dSin_HA", "sSin_HA", "sSin_LA"
+ *   NaN           float: the NaN, quiet; double: the default NaN, QOR_STATUS_ERRDOM if
+ *                 its high word is 0x7FF00000 or 0xFFF00000
+ *
+ * The double kernels of Sin and Cos reinitialise the x87 unit before they hand a group
+ * over: its exception flags are lost.
+ */
+QORKES_API void _qordSin_HA(int n, const double* a, double* y);
+QORKES_API void _qordSin_50(int n, const double* a, double* y);
+QORKES_API void _qorsSin_HA(int n, const float* a, float* y);
+QORKES_API void _qorsSin_21(int n, const float* a, float* y);
+QORKES_API void _qorsSin_11(int n, const float* a, float* y);
+
+/* ---- Cos: y = cos(a), a in radians -------------------------------------------------
+ *
+ * As Sin, with the nearest odd multiple of pi/2; _21 hands over above 10048. NaNs and
+ * infinities as there, reported as "dCos_HA", "sCos_HA", "sCos_LA".
+ */
+QORKES_API void _qordCos_HA(int n, const double* a, double* y);
+QORKES_API void _qordCos_50(int n, const double* a, double* y);
+QORKES_API void _qorsCos_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCos_21(int n, const float* a, float* y);
+QORKES_API void _qorsCos_11(int n, const float* a, float* y);
+
+/* ---- SinCos: y = sin(a), z = cos(a), a in radians ----------------------------------
+ *
+ * As Sin, with the nearest multiple of pi/2 and a polynomial for each of the two; floats
+ * are handed over above 1000000. An infinity gives the default NaN in both, reported as
+ * "dSinCos_HA", "sSinCos_HA", "sSinCos_LA". y may be a, or z may, but not both.
+ */
+QORKES_API void _qordSinCos_HA(int n, const double* a, double* y, double* z);
+QORKES_API void _qordSinCos_50(int n, const double* a, double* y, double* z);
+QORKES_API void _qorsSinCos_HA(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_21(int n, const float* a, float* y, float* z);
+QORKES_API void _qorsSinCos_11(int n, const float* a, float* y, float* z);
+
+/* ---- Tan: y = tan(a), a in radians -------------------------------------------------
+ *
+ * As Sin, with the nearest multiple of pi/2 and a quotient of two polynomials; groups of
+ * four share one division. Floats are handed over above 128000, _21 above 500000. Near a
+ * pole there is no report. Infinities are reported as "dTan_HA" (_50: "dTan_LA"),
+ * "sTan_HA", "sTan_LA".
+ */
+QORKES_API void _qordTan_HA(int n, const double* a, double* y);
+QORKES_API void _qordTan_50(int n, const double* a, double* y);
+QORKES_API void _qorsTan_HA(int n, const float* a, float* y);
+QORKES_API void _qorsTan_21(int n, const float* a, float* y);
+QORKES_API void _qorsTan_11(int n, const float* a, float* y);
+
+/* ---- Sinh: y = sinh(a) -------------------------------------------------------------
+ *
+ * e^a and e^-a from one reduction, both by powers of two from tables and a short
+ * polynomial for the rest (Tang 1989, as Exp), on the x87 unit at 64 bits. Up to
+ * 0.000946044921875 in magnitude the Taylor series; a float below 0.0003 is its own
+ * result.
+ *
+ *   NaN           double: the NaN as it is; float: the NaN, quiet
+ *   +-infinity    the argument
+ *   overflow      infinity with the sign of a   QOR_STATUS_OVERFLOW
+ *
+ * Overflow is from 710.475860073944 up in magnitude, float 89.4159927368164. In double
+ * it raises the overflow exception, for an infinite argument too.
+ */
+QORKES_API void _qordSinh_HA(int n, const double* a, double* y);
+QORKES_API void _qordSinh_50(int n, const double* a, double* y);
+QORKES_API void _qorsSinh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsSinh_21(int n, const float* a, float* y);
+QORKES_API void _qorsSinh_11(int n, const float* a, float* y);
+
+/* ---- Cosh: y = cosh(a) -------------------------------------------------------------
+ *
+ * As Sinh, but for the arguments near 0. Infinity and overflow give +infinity.
+ */
+QORKES_API void _qordCosh_HA(int n, const double* a, double* y);
+QORKES_API void _qordCosh_50(int n, const double* a, double* y);
+QORKES_API void _qorsCosh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCosh_21(int n, const float* a, float* y);
+QORKES_API void _qorsCosh_11(int n, const float* a, float* y);
+
+/* ---- Tanh: y = tanh(a) -------------------------------------------------------------
+ *
+ * Double: 1 - 2/(e^2a + 1), the power by a table and a polynomial, on the x87 unit at 64
+ * bits. Float: the tangent of the nearest sixteenth from a table, of the rest by a
+ * quotient of two polynomials, and the addition theorem, at 53 bits. Near 0 the Taylor
+ * series: below 0.002, float 0.001. No report.
+ *
+ *   denormal                             the argument
+ *   20 and up, float 10, in magnitude    1 with the sign of a, infinities included
+ *   NaN                                  the NaN, quiet; in double 1 with the sign of the
+ *                                        NaN if its high word without sign is 0x7FF00000
+ */
+QORKES_API void _qordTanh_HA(int n, const double* a, double* y);
+QORKES_API void _qordTanh_50(int n, const double* a, double* y);
+QORKES_API void _qorsTanh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsTanh_21(int n, const float* a, float* y);
+QORKES_API void _qorsTanh_11(int n, const float* a, float* y);
+
+/* ---- Asinh: y = asinh(a) -----------------------------------------------------------
+ *
+ * ln(|a| + sqrt(a^2 + 1)) with the sign of a, the logarithm as in Ln; double on the x87
+ * unit at 64 bits, float at 53. Below 0.001953125 in magnitude the Taylor series; a
+ * float below 2^-27 is its own result, as are NaNs and infinities. No report.
+ */
+QORKES_API void _qordAsinh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAsinh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAsinh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAsinh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAsinh_11(int n, const float* a, float* y);
+
+/* ---- Acosh: y = acosh(a) -----------------------------------------------------------
+ *
+ * ln(a + sqrt(a^2 - 1)), as Asinh; below 1.00048828125 in double a root and a
+ * polynomial.
+ *
+ *   +infinity, positive NaN    the argument
+ *   below 1, -infinity         a NaN of all ones but for its sign   QOR_STATUS_ERRDOM
+ *   negative NaN               that NaN too, without report
+ */
+QORKES_API void _qordAcosh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAcosh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAcosh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAcosh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAcosh_11(int n, const float* a, float* y);
+
+/* ---- Atanh: y = atanh(a) -----------------------------------------------------------
+ *
+ * ln((1 + |a|) / (1 - |a|)) / 2 with the sign of a, as Asinh. Below 0.0009765625 in
+ * magnitude the Taylor series; a float below 2^-28 is its own result.
+ *
+ *   +-1                     infinity with the sign of a             QOR_STATUS_SING
+ *   above 1 in magnitude    a NaN of all ones, the sign that of a   QOR_STATUS_ERRDOM
+ *   NaN                     the same, without report
+ */
+QORKES_API void _qordAtanh_HA(int n, const double* a, double* y);
+QORKES_API void _qordAtanh_50(int n, const double* a, double* y);
+QORKES_API void _qorsAtanh_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAtanh_21(int n, const float* a, float* y);
+QORKES_API void _qorsAtanh_11(int n, const float* a, float* y);
+
+/* ---- Sine, cosine and tangent of one argument --------------------------------------
+ *
+ * _dSin, _dCos and _dTan are good to little more than half an ulp for every double, in
+ * plain double arithmetic: a table row for the nearest multiple of pi/32 and polynomials
+ * (Tang, "Table-lookup algorithms for elementary functions and their error analysis",
+ * 1991, for the class of methods). Magnitudes below 2^-252 give x and 1.0. An infinity
+ * gives a NaN and raises invalid; a NaN gives a NaN; nothing is reported. _dSinCos
+ * stores the values of _dSin and _dCos.
+ *
+ * _qorreduce_pio2d takes off the nearest multiple of pi/2, for every finite x: out[0] +
+ * out[1] is what is left, the second what the first lacks, and the result its count
+ * modulo 4. From 2^30 on it multiplies by the digits of 4/pi that matter (Payne and
+ * Hanek, "Radian reduction for trigonometric functions", 1983). Not checked: infinities
+ * and NaNs.
+ */
+QORKES_API double _dSin(double x);
+QORKES_API double _dCos(double x);
+QORKES_API void _dSinCos(double x, double* s, double* c);
+QORKES_API double _dTan(double x);
+QORKES_API int _qorreduce_pio2d(double x, double out[2]);
+
+/* Scalar code: element i alone, by the functions above, whatever its size, and with the
+ * reports of the kernels. HA, LA and A11 differ in the name that a report gets: "dSin_HA",
+ * "dSin_LA", "dSin_A11" and so on. The status pointer is not used. */
+QORKES_API void _qordSin_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordSin_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsSin_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsSin_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordCos_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordCos_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsCos_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsCos_SC_A11(int i, const float* a, float* y, int* status);
+
+QORKES_API void _qordSinCos_SC_HA(int i, const double* a, double* y, double* z,
+                                  int* status);
+QORKES_API void _qordSinCos_SC_LA(int i, const double* a, double* y, double* z,
+                                  int* status);
+QORKES_API void _qordSinCos_SC_A11(int i, const double* a, double* y, double* z,
+                                   int* status);
+QORKES_API void _qorsSinCos_SC_HA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_LA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_A11(int i, const float* a, float* y, float* z,
+                                   int* status);
+
+QORKES_API void _qordTan_SC_HA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_LA(int i, const double* a, double* y, int* status);
+QORKES_API void _qordTan_SC_A11(int i, const double* a, double* y, int* status);
+QORKES_API void _qorsTan_SC_HA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_LA(int i, const float* a, float* y, int* status);
+QORKES_API void _qorsTan_SC_A11(int i, const float* a, float* y, int* status);
 
 /* ---- Pack and Unpack ---------------------------------------------------------------
  *

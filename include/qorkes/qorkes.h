@@ -5,5 +5,6 @@
 
 #include <qorkes/kes.h>
 #include <qorkes/qor.h>
+#include <qorkes/zubs.h>
 
 #endif

@@ -68,6 +68,16 @@ QORKES_INLINE bool isPositiveNormal(uint32_t high) {
     return high - 0x00100000u < 0x7FE00000u;
 }
 
+/// The same, told by the bit pattern of a float.
+QORKES_INLINE bool isPositiveNormalFloat(uint32_t bits) {
+    return bits - 0x00800000u < 0x7F000000u;
+}
+
+/// The same for both of two doubles.
+QORKES_INLINE bool arePositiveNormal(const double* x) {
+    return isPositiveNormal(highWord(x[0])) && isPositiveNormal(highWord(x[1]));
+}
+
 QORKES_INLINE bool isZero(const double& x) {
     return ((highWord(x) & magnitudeBits) | lowWord(x)) == 0;
 }

@@ -22,9 +22,29 @@ QORKES_INLINE const BrngRecord& rowOf(const StreamState* stream) {
     return table[row];
 }
 
+/// Allocates a stream of generator `brng`; its state is left to the caller.
+QORKES_INLINE int allocateStream(StreamState** stream, int brng) {
+    int row, offset;
+    const BrngRecord* table = __kesGetBrngBaseOffset(brng, &row, &offset);
+    return __kesAllocateStream(stream, table, brng, row, offset);
+}
+
 /// The generator's state record.
 template <class State> QORKES_INLINE State& stateOf(StreamState* stream) {
     return *reinterpret_cast<State*>(stream + 1);
+}
+
+/// The list's head is a pointer kept in 64 bits, the upper ones copies of its sign.
+QORKES_INLINE Chunk* headOf(const StreamState* stream) {
+    return reinterpret_cast<Chunk*>(static_cast<intptr_t>(stream->Chunks));
+}
+
+/// Jumps of generators that have none.
+QORKES_INLINE int noLeapfrog(StreamState*, int32_t, int32_t) {
+    return KesStatusLeapfrogUnsupported;
+}
+QORKES_INLINE int noSkipAhead(StreamState*, int32_t) {
+    return KesStatusSkipAheadUnsupported;
 }
 
 /// The shape of every InitStream: the three functions of a generator by method, each

@@ -80,6 +80,39 @@ QORKES_INLINE void inGroups(int n, Group&& group, One&& one) {
     for (; i < n; ++i) one(i);
 }
 
+/// Elements at a time in kernels that go over a block in passes. Passes keep the chains
+/// of dependent operations short; long ones fill the processor's queue.
+constexpr int blockSize = 128;
+
+/// `ordinary(i)` does the pairs of elements from i on before the first special one, or
+/// some of them, and returns how many elements these are; `special(i)` does each
+/// element of a special pair and `alone(i)` an odd last one.
+template <class Ordinary, class Special, class Alone>
+QORKES_INLINE void inPairs(int n, Ordinary&& ordinary, Special&& special,
+                           Alone&& alone) {
+    int i = 0;
+    while (n - i >= 2) {
+        const int done = ordinary(i);
+        i += done;
+        if (done != 0) continue;
+        special(i);
+        special(i + 1);
+        i += 2;
+    }
+    if (i < n) alone(i);
+}
+
+/// `ordinary(i)` does the elements from i on before the first special one, or some of
+/// them, and returns how many these are; `special(i)` does one element.
+template <class Ordinary, class Special>
+QORKES_INLINE void inRuns(int n, Ordinary&& ordinary, Special&& special) {
+    for (int i = 0; i < n;) {
+        const int done = ordinary(i);
+        i += done;
+        if (done == 0) special(i++);
+    }
+}
+
 /// A hint that the line `bytes` ahead of `p` is read once, soon.
 QORKES_INLINE void prefetchAhead(const void* p, int bytes) {
     _mm_prefetch(static_cast<const char*>(p) + bytes, _MM_HINT_NTA);
@@ -99,6 +132,18 @@ QORKES_COLD void report(int status, int index, const T* a, const T* b, T* y, T* 
         _qorsError(status, index, a, b, y, z, name);
     setControlWord(keptControlWord);
     _mm_setcsr(keptMxcsr);
+}
+
+/// The same for kernels whose report saves and restores the whole x87 unit: exception
+/// flags that a handler raises there do not survive it.
+template <class T>
+QORKES_COLD void reportBesideUnit(int status, int index, const T* a, T* y,
+                                  const char* name) {
+    UnitState unit;
+    saveUnit(unit);
+    setControlWord(static_cast<uint16_t>(unit.word[0]));
+    report(status, index, a, a, y, y, name);
+    restoreUnit(unit);
 }
 
 /// The two bindings of `report` to a kernel's name. A kernel file defines

@@ -9,6 +9,7 @@
 #include <mpfr.h>
 
 #include <algorithm>
+#include <cstdio>
 
 using namespace qorkes;
 using namespace qorkes::test;
@@ -145,6 +146,18 @@ TEST_P(EveryGenerator, CopiesGoTheSameWayApart) {
     if (!staysInside) return;
     EXPECT_EQ(__kesCopyStreamState(stream.get(), reference.get()), generator.brng);
     EXPECT_EQ(take<float>(stream, 100), numbers);
+}
+
+TEST_P(EveryGenerator, FilesGoOnWhereTheStreamWas) {
+    const std::string name = testing::TempDir() + generator.name + ".stream";
+    const Stream stream = fresh();
+    take<uint32_t>(stream, generator.boundary + 1);
+    ASSERT_EQ(__kesSaveStreamF(stream.get(), name.c_str(), -1), KesStatusOk);
+    StreamState* loaded = nullptr;
+    ASSERT_EQ(__kesLoadStreamF(&loaded, name.c_str()), KesStatusOk);
+    EXPECT_EQ(loaded->BrngId, generator.brng);
+    expectSameFuture(stream, Stream(loaded));
+    std::remove(name.c_str());
 }
 
 TEST_P(EveryGenerator, LeavesTheUnitsAlone) {

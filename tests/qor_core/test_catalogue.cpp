@@ -53,8 +53,9 @@ template <class T> struct Subject {
     }
     bool hasTwoResults() const { return function.form == Form::oneToTwo; }
 
+    /// A scalar second argument is there for n of 0 too.
     Arguments<T> ordinary(int n) const {
-        return {draw<T>(samples.a, n, 1), draw<T>(samples.b, n, 2)};
+        return {draw<T>(samples.a, n, 1), draw<T>(samples.b, std::max(n, 1), 2)};
     }
 
     /// Ordinary arguments, with every third one special, as are the first and the last.
@@ -246,7 +247,8 @@ TYPED_TEST(Catalogue, ResultsMayReplaceArguments) {
 TYPED_TEST(Catalogue, CallersSettingsComeBackAndChangeNothing) {
     using T = TypeParam;
     forEachKernel<T>([](const Subject<T>& kernel) {
-        const Arguments<T> none, ordinary = kernel.ordinary(17), mixed = kernel.mixed();
+        const Arguments<T> none = kernel.ordinary(0), ordinary = kernel.ordinary(17),
+                           mixed = kernel.mixed();
         for (const Arguments<T>* arguments : {&none, &ordinary, &mixed}) {
             const Outcome<T> expected = kernel.run(*arguments);
             for (const Fpu& setting : fpuSettings()) {
@@ -367,14 +369,15 @@ TYPED_TEST(Catalogue, ForwardingEntriesGiveTheBitsOfTheKernelTheyName) {
     forEachKernel<T>([](const Subject<T>& kernel) {
         const Kernel<T>* worker = nullptr;
         for (const Kernel<T>& k : kernelsOf<T>(kernel.function))
-            if (std::strcmp(k.symbol, kernel.kernel.reportsAs) == 0) worker = &k;
-        ASSERT_NE(worker, nullptr) << kernel.kernel.reportsAs;
+            if (std::strcmp(k.symbol, kernel.kernel.worker) == 0) worker = &k;
+        ASSERT_NE(worker, nullptr) << kernel.kernel.worker;
         const Subject<T> other{kernel.function, *worker, kernel.samples};
         for (const Arguments<T>& arguments : {kernel.ordinary(17), kernel.mixed()})
             EXPECT_TRUE(areSame(other.run(arguments), kernel.run(arguments)));
     });
 }
 
+#ifndef __SANITIZE_ADDRESS__ // whose own frames need an aligned stack
 /// As old callers do.
 TYPED_TEST(Catalogue, StackNeedsNoAlignment) {
     using T = TypeParam;
@@ -408,5 +411,6 @@ TYPED_TEST(Catalogue, StackNeedsNoAlignment) {
         }
     });
 }
+#endif
 
 } // namespace

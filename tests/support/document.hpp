@@ -11,24 +11,41 @@
 
 namespace qorkes {
 
-/// Puts `text` (whole lines) between the markers of `name`; throws if the document
-/// cannot be read or written or has no such markers.
-inline void replaceSection(const std::string& path, const std::string& name,
-                           const std::string& text) {
+/// A document with one of its sections marked out.
+struct SectionedDocument {
+    std::string text;
+    std::size_t begin, size;
+};
+
+/// Throws if the document cannot be read or has no section `name`.
+inline SectionedDocument documentWith(const std::string& path,
+                                      const std::string& name) {
     std::ifstream in(path);
     std::stringstream whole;
     whole << in.rdbuf();
-    std::string document = whole.str();
-
-    const std::string begin = "<!-- begin " + name + " -->\n";
-    const std::size_t from = document.find(begin);
-    const std::size_t to = document.find("<!-- end " + name + " -->");
+    const std::string text = whole.str();
+    const std::string marker = "<!-- begin " + name + " -->\n";
+    const std::size_t from = text.find(marker);
+    const std::size_t to = text.find("<!-- end " + name + " -->");
     if (from == std::string::npos || to == std::string::npos)
         throw std::runtime_error(path + " has no section '" + name + "'");
-    document.replace(from + begin.size(), to - from - begin.size(), text);
+    const std::size_t begin = from + marker.size();
+    return {text, begin, to - begin};
+}
 
+/// The whole lines between the markers.
+inline std::string sectionOf(const std::string& path, const std::string& name) {
+    const SectionedDocument document = documentWith(path, name);
+    return document.text.substr(document.begin, document.size);
+}
+
+inline void replaceSection(const std::string& path, const std::string& name,
+                           const std::string& lines) {
+    SectionedDocument document = documentWith(path, name);
+    document.text.replace(document.begin, document.size, lines);
     std::ofstream out(path);
-    if (!(out << document).flush()) throw std::runtime_error("cannot write " + path);
+    if (!(out << document.text).flush())
+        throw std::runtime_error("cannot write " + path);
 }
 
 } // namespace qorkes

@@ -20,7 +20,7 @@ std::span<const catalogue::Kernel<T>> kernelsOf(const catalogue::Function& f) {
 
 /// False for a kernel that is another name for the one that does the work.
 template <class T> bool isOwnCode(const catalogue::Kernel<T>& kernel) {
-    return std::string(kernel.symbol) == kernel.reportsAs;
+    return std::string(kernel.symbol) == kernel.worker;
 }
 
 template <class T> constexpr const char* precisionName = "double";

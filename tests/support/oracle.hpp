@@ -105,31 +105,27 @@ public:
     }
 
     /// The distance of `result` from f(a, b), in units of the spacing of T at f(a, b);
-    /// among denormals that is the smallest denormal, beyond the largest number that of
-    /// the last binade. An infinite result of a finite value counts as the first power
-    /// of two beyond the largest number. Both infinite with one sign, or both NaN: 0;
-    /// one of the two alone: infinity.
+    /// among denormals that is the smallest denormal. Beyond the range of T, result and
+    /// value count as the first power of two that is too large. Both NaN, or both
+    /// infinite with one sign: 0; one of the two alone: infinity.
     template <class T> double ulps(T result, T a, T b = 0) {
-        compute(a, b);
-        const bool isNaN = std::isnan(result);
-        if (isNaN || mpfr_nan_p(value_))
-            return isNaN && mpfr_nan_p(value_) ? 0 : infinity;
-        if (mpfr_inf_p(value_))
-            return std::isinf(result) && (result > 0) == (mpfr_sgn(value_) > 0)
-                       ? 0
-                       : infinity;
         using Limits = std::numeric_limits<T>;
-        if (std::isinf(result))
-            mpfr_set_si_2exp(error_, result > 0 ? 1 : -1, Limits::max_exponent,
-                             MPFR_RNDN);
-        else
-            mpfr_set_d(error_, result, MPFR_RNDN);
-        mpfr_sub(error_, error_, value_, MPFR_RNDN);
+        compute(a, b);
+        if (std::isnan(result) || mpfr_nan_p(value_))
+            return std::isnan(result) && mpfr_nan_p(value_) ? 0 : infinity;
+        mpfr_set_d(error_, result, MPFR_RNDN);
+        if (mpfr_inf_p(value_)) return mpfr_equal_p(error_, value_) ? 0 : infinity;
+
+        for (const mpfr_ptr x : {static_cast<mpfr_ptr>(error_), mpfr_ptr{value_}})
+            if (mpfr_inf_p(x) ||
+                (!mpfr_zero_p(x) && mpfr_get_exp(x) > Limits::max_exponent))
+                mpfr_set_si_2exp(x, mpfr_sgn(x), Limits::max_exponent, MPFR_RNDN);
         const long exponent =
             mpfr_zero_p(value_)
                 ? Limits::min_exponent
                 : std::clamp<long>(mpfr_get_exp(value_), Limits::min_exponent,
                                    Limits::max_exponent);
+        mpfr_sub(error_, error_, value_, MPFR_RNDN);
         mpfr_mul_2si(error_, error_, Limits::digits - exponent, MPFR_RNDN);
         return std::fabs(mpfr_get_d(error_, MPFR_RNDN));
     }

@@ -7,11 +7,6 @@ using namespace qorkes;
 
 namespace {
 
-/// The list's head is a pointer kept in 64 bits, the upper ones copies of its sign.
-Chunk* headOf(const StreamState* stream) {
-    return reinterpret_cast<Chunk*>(static_cast<intptr_t>(stream->Chunks));
-}
-
 void setHead(StreamState* stream, Chunk* head) {
     stream->Chunks = reinterpret_cast<intptr_t>(head);
 }

@@ -24,24 +24,17 @@ bool isAbstract(int brng) {
            brng == KesBrngsAbstract;
 }
 
-/// Allocates a stream of generator `brng`; its state is left to the caller.
-int allocate(StreamState** stream, int brng) {
-    int row, offset;
-    const BrngRecord* table = __kesGetBrngBaseOffset(brng, &row, &offset);
-    return __kesAllocateStream(stream, table, brng, row, offset);
-}
-
 } // namespace
 
 int __kesNewStreamEx(StreamState** stream, int brng, int n, const uint32_t* params) {
     if (isAbstract(brng)) return KesStatusInvalidBrng;
-    const int status = allocate(stream, brng);
+    const int status = allocateStream(stream, brng);
     if (status < 0) return status;
     return callInitStream(initialiseMethod, *stream, n, params);
 }
 
 int __kesCopyStream(StreamState** newStream, const StreamState* srcStream) {
-    const int status = allocate(newStream, srcStream->BrngId);
+    const int status = allocateStream(newStream, srcStream->BrngId);
     if (status < 0) return status;
     const auto size = static_cast<std::size_t>(rowOf(srcStream).StateSize);
     std::memcpy(*newStream, srcStream, size);

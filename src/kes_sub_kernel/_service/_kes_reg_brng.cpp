@@ -19,9 +19,9 @@ namespace {
 // 0x100000, 0 in the first numbering
 constexpr BrngRecord rowMCG31M1 = ROW(MCG31M1, 24, 1, 0, 4, 31);
 // 0x200000, 1
-constexpr BrngRecord rowR250 = {};
+constexpr BrngRecord rowR250 = ROW(R250, 1024, 252, 1, 4, 32);
 // 0x300000, 2
-constexpr BrngRecord rowMRG32K3A = {};
+constexpr BrngRecord rowMRG32K3A = ROW(MRG32K3A, 40, 6, 1, 4, 32);
 // 0x400000, 3
 constexpr BrngRecord rowMCG59 = ROW(MCG59, 32, 1, 0, 8, 59);
 // 0x500000 and the 272 after it, 4 to 276
@@ -31,22 +31,23 @@ constexpr BrngRecord rowSobol = {};
 // 0x700000, 278
 constexpr BrngRecord rowNiederr = {};
 // 0x800000
-constexpr BrngRecord rowMT19937 = {};
+constexpr BrngRecord rowMT19937 = ROW(MT19937, 2516, 625, 1, 4, 32);
 // 0x900000 and the 1023 after it
-constexpr BrngRecord rowMT2203 = {};
+constexpr BrngRecord rowMT2203 = ROW(MT2203, 308, 70, 1, 4, 32);
 // 0xa00000
-constexpr BrngRecord rowiAbstract = {};
+constexpr BrngRecord rowiAbstract = ROW(iAbstract, 36, 0, 1, 4, 32);
 // 0xb00000
-constexpr BrngRecord rowdAbstract = {};
+constexpr BrngRecord rowdAbstract = ROW(dAbstract, 52, 0, 1, 4, 32);
 // 0xc00000
-constexpr BrngRecord rowsAbstract = {};
+constexpr BrngRecord rowsAbstract = ROW(sAbstract, 44, 0, 1, 4, 32);
 // clang-format on
 
-constexpr bool isThere(const BrngRecord& row) { return row.InitStream != nullptr; }
+// By a number: sanitizers make no constant of the address of a function.
+constexpr bool isThere(const BrngRecord& row) { return row.WordSize != 0; }
 
 constexpr bool allRowsAreThere =
     isThere(rowR250) && isThere(rowMRG32K3A) && isThere(rowWH) && isThere(rowSobol) &&
-    isThere(rowNiederr) && isThere(rowMT19937) && isThere(rowMT2203) &&
+    isThere(rowNiederr) && isThere(rowMT19937) &&
     isThere(rowiAbstract) && isThere(rowdAbstract) && isThere(rowsAbstract);
 
 constexpr int firstNewIdentifier = 0x100000;

@@ -5,6 +5,7 @@
 
 #include <common/bits.hpp>
 #include <common/ext.hpp>
+#include <common/pattern.hpp>
 
 #include <xmmintrin.h>
 
@@ -80,25 +81,11 @@ static_assert(hasPattern(inverseOfRootScale, 0x20D0000000000000));
 constexpr uint32_t rootNaNHigh = 0x7FF8A5A5;
 constexpr uint32_t rootNaNLow = 0x5A5A5A5A;
 
-/// A NaN with its quiet bit set; a signaling one raises invalid.
-QORKES_INLINE double quietNaN(double x) { return round64(ext{x} + x); }
-
 /// The parts of two arguments, each pair in one aligned store, from which the x87 unit
 /// loads without waiting.
 struct alignas(16) RootArgumentPair {
     double mantissa[2];
     double minus[2];
-};
-
-/// A high word and a low word, for both doubles of a register.
-struct alignas(16) DoublePattern {
-    uint32_t words[4];
-
-    constexpr DoublePattern(uint32_t high, uint32_t low)
-        : words{low, high, low, high} {}
-    QORKES_INLINE __m128 load() const {
-        return _mm_load_ps(reinterpret_cast<const float*>(words));
-    }
 };
 
 QORKES_INLINE RootArgumentPair rootArgumentPair(const double* a) {

@@ -1,4 +1,4 @@
-// _qordDiv_HA: y = a / b in double precision, largest error 0.5005 ulp.
+// _qordDiv_HA: y = a / b in double precision, largest error 0.502 ulp.
 //
 // Groups of four divisors share one division at 64-bit precision; a group whose product
 // leaves the range of floats, and the rest of the array, is divided one by one.

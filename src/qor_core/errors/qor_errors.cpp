@@ -13,6 +13,9 @@ using namespace qorkes;
 
 namespace {
 
+// Callbacks built long ago know the record by its layout.
+static_assert(sizeof(void*) != 4 || sizeof(QorErrorRecord) == 108);
+
 constexpr unsigned errorField = 0xFF00;
 constexpr unsigned callbackBits = 0xF000;
 constexpr unsigned standardHandlerBits = 0x0F00;
@@ -195,7 +198,9 @@ int reportElement(int status, int index, const Arrays<T>& arrays, const char* na
     const auto mode = static_cast<unsigned>(_qorGetMode());
     if ((mode & errorField) == QorModeErrIgnore) return 0;
 
-    QorErrorRecord record;
+    // The alignment makes the compiler realign this frame, and with it those of the
+    // callback and of the C library, for callers that keep their stack to 4 bytes.
+    alignas(16) QorErrorRecord record;
     record.status = status;
     record.index = index;
     record.funcNameLength = _qorCreateFuncNameStr("", name, "", record.funcName);

@@ -1,4 +1,4 @@
-// _qordInv_HA: y = 1 / a in double precision, largest error 0.5005 ulp.
+// _qordInv_HA: y = 1 / a in double precision, largest error 0.502 ulp.
 //
 // Groups of four arguments share one division at 64-bit precision; a group whose
 // product leaves the range of floats, and the rest of the array, is inverted one by

@@ -1,4 +1,4 @@
-// _qordInvSqrt_HA: y = 1 / sqrt(a) in double precision, largest error 0.76 ulp.
+// _qordInvSqrt_HA: y = 1 / sqrt(a) in double precision, largest error 0.787 ulp.
 //
 // With a = m 2^e and m in [1, 2): 1/sqrt(m) from a table of quadratics (2^-27.7) and
 // one Newton step at 64-bit precision, rounded once; the power of two is put into the

@@ -1,4 +1,4 @@
-// _qorsInvSqrt_HA: y = 1 / sqrt(a) in single precision, largest error 1.37 ulp.
+// _qorsInvSqrt_HA: y = 1 / sqrt(a) in single precision, largest error 1.46 ulp.
 //
 // With r the short estimate of 1/sqrt(x) and e = x r^2 - 1: y = r + r e (-1/2 + 3/8 e -
 // 5/16 e^2). A group with any other argument than positive normal numbers comes from
@@ -61,6 +61,7 @@ QORKES_INLINE void inverseRootsOfEight(int i, const float* a, float* y) {
     _mm_storeu_ps(y + i + 4, highRoots);
 }
 
+/// In all lanes, so that no lane raises what the element does not.
 QORKES_INLINE void inverseRootOfOne(int i, const float* a, float* y) {
     const __m128 root = inverseRootsOf(_mm_load1_ps(a + i));
     if (!arePositive(root)) [[unlikely]] {

@@ -1,4 +1,4 @@
-// _qordSqrt_HA: y = sqrt(a) in double precision, largest error 0.69 ulp.
+// _qordSqrt_HA: y = sqrt(a) in double precision, largest error 0.703 ulp.
 //
 // With a = m 2^e and m in [1, 2): 1/sqrt(m) from a table of quadratics (2^-27.7), one
 // Newton step at 64-bit precision, y = m times that, rounded once; the power of two is

@@ -1,4 +1,4 @@
-// _qorsSqrt_HA: y = sqrt(a) in single precision, largest error 0.75 ulp.
+// _qorsSqrt_HA: y = sqrt(a) in single precision, largest error below 0.77 ulp.
 //
 // With r the short estimate of 1/sqrt(x) and x = xh + xl, xh short: e = x r^2 - 1 comes
 // without rounding of its leading part, and y = xh r + xl r + x r e (-1/2 + 3/8 e -

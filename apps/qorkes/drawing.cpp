@@ -1,0 +1,135 @@
+#include "drawing.hpp"
+
+#include "arguments.hpp"
+#include "distributions.hpp"
+#include "failure.hpp"
+#include "output.hpp"
+#include "summary.hpp"
+#include "text.hpp"
+
+#include <CLI/CLI.hpp>
+
+namespace qorkes {
+namespace {
+
+using catalogue::Distribution;
+
+constexpr int64_t greatestCount = 100'000'000; // 16 bytes each fit the address space
+
+/// The parameters' values in the order of the distribution's row.
+std::vector<double> parametersOf(const Distribution& distribution,
+                                 const std::vector<std::string>& settings) {
+    const auto rows = distribution.parameters;
+    std::vector<double> values;
+    for (const auto& parameter : rows) values.push_back(parameter.preset);
+    for (const std::string& setting : settings) {
+        if (rows.empty())
+            fail(setting + ": " + distribution.name + " takes no parameters");
+        const auto [name, text] = cutAt(setting, '=');
+        const auto& row =
+            rowNamed(std::string("parameter of ") + distribution.name, name, rows);
+        const auto value = parseReal<double>(text.value_or(""));
+        if (!value || !row.range->holds(*value))
+            fail(setting + ": " + row.name + "=VALUE must give " + row.range->words);
+        values[static_cast<size_t>(&row - rows.data())] = *value;
+    }
+    if (const char* fault =
+            distribution.fault ? distribution.fault(values.data()) : nullptr)
+        fail(std::string(distribution.name) + ": " + fault);
+    return values;
+}
+
+/// What one run draws.
+struct Job {
+    const Drawing& options;
+    const Distribution& distribution;
+    std::vector<double> parameters;
+    StreamState* stream;
+    int count;
+};
+
+template <class T>
+void write(const Job& job, const std::vector<T>& numbers, int perLine) {
+    if (job.options.summary)
+        writeOut(summary({numbers.begin(), numbers.end()}, job.distribution,
+                         job.parameters.data()));
+    else if (job.options.binary)
+        writeBinary<T>(numbers);
+    else
+        writeText<T>(numbers, perLine);
+}
+
+template <class T>
+std::vector<T> numbersOf(const Job& job, catalogue::Draw<T> draw, int wordsEach = 1) {
+    std::vector<T> numbers(static_cast<size_t>(job.count) *
+                           static_cast<size_t>(wordsEach));
+    if (job.count > 0)
+        check(draw(job.stream, job.count, numbers.data(), job.parameters.data()),
+              job.stream, job.distribution.name);
+    return numbers;
+}
+
+/// Raw words: whole numbers of 32 or 64 bits, else several words a line.
+void drawWords(const Job& job) {
+    BrngProperties properties;
+    __kesGetBrngProperties(__kesGetStreamStateBrng(job.stream), &properties);
+    const int wordsEach = properties.WordSize / 4;
+    const auto words = numbersOf(job, job.distribution.words, wordsEach);
+    if (wordsEach != 2) return write(job, words, wordsEach);
+    std::vector<uint64_t> numbers(words.size() / 2);
+    for (size_t i = 0; i < numbers.size(); ++i)
+        numbers[i] = uint64_t{words[2 * i + 1]} << 32 | words[2 * i];
+    write(job, numbers, 1);
+}
+
+} // namespace
+
+void addDistribution(CLI::App& command, Drawing& drawing) {
+    command.add_option("DISTRIBUTION", drawing.distribution, "see 'qorkes list'")
+        ->required()
+        ->type_name("");
+    command.add_option("PARAMETERS", drawing.parameters, "name=value each")
+        ->type_name("");
+}
+
+void addDrawingOptions(CLI::App& command, Drawing& drawing) {
+    command.add_option("--count", drawing.count, "how many numbers; default: 10")
+        ->type_name("N");
+    command
+        .add_option("--precision", drawing.precision,
+                    "of real numbers; default: double")
+        ->type_name("double|single");
+    auto* summary = command.add_flag("--summary", drawing.summary,
+                                     "write count, moments, quartiles and a histogram\n"
+                                     "instead of the numbers; | marks the density");
+    command
+        .add_flag("--binary", drawing.binary,
+                  "write raw little-endian numbers instead of text")
+        ->excludes(summary);
+}
+
+void writeDrawn(const Drawing& options, const std::function<StreamState*()>& open) {
+    const Distribution& distribution =
+        rowNamed("DISTRIBUTION", options.distribution, catalogue::distributions());
+    const bool real = distribution.doubles != nullptr;
+    const bool single = isSingle(options.precision);
+    if (single && !real)
+        fail(std::string("--precision: ") + distribution.name +
+             " gives whole numbers; leave it out");
+
+    auto parameters = parametersOf(distribution, options.parameters);
+    const auto count =
+        wholeNumber("--count", options.count, options.summary ? 1 : 0, greatestCount);
+    const Job job{options, distribution, std::move(parameters), open(),
+                  static_cast<int>(count)};
+    if (distribution.words)
+        drawWords(job);
+    else if (!real)
+        write(job, numbersOf(job, distribution.integers), 1);
+    else if (single)
+        write(job, numbersOf(job, distribution.singles), 1);
+    else
+        write(job, numbersOf(job, distribution.doubles), 1);
+}
+
+} // namespace qorkes

@@ -1,0 +1,11 @@
+// __kessBRngMRG32K3A: floats, each rounded once; the scale (b - a) / m1 is rounded to
+// double once a call.
+#include <kes_sub_kernel/mrg32k3a/mrg32k3a.hpp>
+#include <kes_sub_kernel/reals.hpp>
+
+using namespace qorkes;
+
+int __kessBRngMRG32K3A(StreamState* stream, int n, float* r, float a, float b) {
+    const ext scale = round64(rangeScale(a, b, stepOfMrg32k3a));
+    return drawScaled<__kesiBRngMRG32K3A>(stream, n, r, scale, a);
+}

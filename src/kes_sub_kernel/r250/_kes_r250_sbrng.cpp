@@ -1,0 +1,8 @@
+// __kessBRngR250: floats, each rounded once; the scale (b - a) / 2^32 stays extended.
+#include <kes_sub_kernel/reals.hpp>
+
+using namespace qorkes;
+
+int __kessBRngR250(StreamState* stream, int n, float* r, float a, float b) {
+    return drawScaled<__kesiBRngR250>(stream, n, r, rangeScale(a, b, stepOfWords), a);
+}

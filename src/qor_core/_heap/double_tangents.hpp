@@ -1,0 +1,39 @@
+// What the two accuracies of double Tan share: all but the slot between polynomials and
+// division, `ext` or double, and the scalar code.
+#pragma once
+
+#include <qor_core/_heap/tangents.hpp>
+
+namespace qorkes {
+
+/// tan(r) = r A(r^2) / B(r^2)
+constexpr struct {
+    double A[4], B[4];
+} tangentCoefficients = {
+    {1.0, -0x1.06b97bf03648ap-3, 0x1.6fc6fe2982a7bp-9, -0x1.f637dea7c0b2cp-18},
+    {1.0, -0x1.d8b2134d70767p-2, 0x1.7e7b68d9a55f3p-6, -0x1.b525b10d0a168p-13}};
+static_assert(tangentCoefficients.A[1] == -0.12828347040957438 &&
+              tangentCoefficients.A[2] == 0.002805918241169989 &&
+              tangentCoefficients.A[3] == -7.483634966612065e-06);
+static_assert(tangentCoefficients.B[1] == -0.46161680374290487 &&
+              tangentCoefficients.B[2] == 0.02334485282206873 &&
+              tangentCoefficients.B[3] == -0.00020844804422038708);
+
+template <class SlotType, auto scalarEntry> struct DoubleTangent : DoubleLimit {
+    using Element = double;
+    using Slot = SlotType;
+
+    /// The product with r comes last, which keeps the sign of a zero, where a sum would
+    /// lose it.
+    QORKES_INLINE static void polynomials(ext r, ext& u, ext& v) {
+        const auto& k = *inRegister(&tangentCoefficients);
+        const ext r2 = r * r;
+        u = polynomial<4>(k.A, r2) * r;
+        v = polynomial<4>(k.B, r2);
+    }
+    static void scalarCode(int i, const double* a, double* y) {
+        scalarEntry(i, a, y, nullptr);
+    }
+};
+
+} // namespace qorkes

@@ -1,0 +1,102 @@
+// Asinh, Acosh and Atanh in double precision: logarithms of arguments that a root or a
+// quotient gives, 80 bits each.
+//
+// Passes over a block: first the arguments, then their bits taken apart, then the
+// logarithms. The root and the quotient have nothing else to wait for, and the
+// polynomials no long operation in between.
+//
+// A function is a structure of
+//
+//     logarithm               the table, the polynomial and the kernel's name
+//     isForLogarithm(high)    whether an argument is ordinary, told by its high word
+//     argument(x)             of the logarithm, at least 1
+//     isOdd, halvings         f = +-log(argument) 2^-halvings, with the sign of x if
+//     odd special(i, a, y)        stores and reports the elements that are not ordinary
+#pragma once
+
+#include <qor_core/_heap/natural_logarithm.hpp>
+
+namespace qorkes {
+
+/// The argument w of a logarithm; its high word as a double of any exponent; and what
+/// the logarithm is to be multiplied by. In the end w is its mantissa without the
+/// leading bit and the next 8, an integer.
+struct alignas(32) Slot {
+    ext argument;
+    uint32_t high;
+    float factor;
+
+    QORKES_INLINE ext rest() const {
+        ext result;
+        asm("fildll %1" : "=t"(result) : "m"(argument));
+        return result;
+    }
+};
+constexpr double unitOfRests = 0x1p-63;
+
+QORKES_INLINE void takeApart(Slot& slot) {
+    constexpr uint32_t bias = 0x3FFF, doubleBias = 0x3FF;
+    char* const top = reinterpret_cast<char*>(&slot.argument) + 4;
+    uint32_t mantissa;
+    uint16_t exponent;
+    std::memcpy(&mantissa, top, sizeof mantissa);
+    std::memcpy(&exponent, top + 4, sizeof exponent);
+    slot.high = (exponent - bias + doubleBias) << 20 | (mantissa >> 11 & 0xFFFFF);
+    mantissa &= 0x7FFFFF;
+    std::memcpy(top, &mantissa, sizeof mantissa);
+}
+
+/// The arguments of the pairs before the first special one, up to a block of them;
+/// returns how many elements these are.
+template <class F>
+QORKES_NOINLINE int storeArguments(int n, const double* a, Slot* slots) {
+    const int last = (n < blockSize ? n : blockSize) - 2;
+    int count = 0;
+    for (; count <= last; count += 2) {
+        if (!F::isForLogarithm(highWord(a[count])) ||
+            !F::isForLogarithm(highWord(a[count + 1])))
+            break;
+        slots[count].argument = F::argument(loaded(a[count]));
+        slots[count + 1].argument = F::argument(loaded(a[count + 1]));
+    }
+    return count;
+}
+
+template <class F>
+QORKES_NOINLINE int logarithmPairs(int n, const double* a, double* y) {
+    Slot slots[blockSize];
+    const int count = storeArguments<F>(n, a, slots);
+    if (count == 0) return 0;
+    for (int i = 0; i < count; ++i) {
+        takeApart(slots[i]);
+        setBits(slots[i].factor, (highWord(a[i]) & signBit) | F::factorBits);
+    }
+    logarithmsInTurn<F::logarithm>(
+        count, [&](int i) { return slots[i].rest(); },
+        [&](int i) { return slots[i].high; },
+        [&](int i, ext logarithm) {
+            y[i] = round64(F::isOdd ? logarithm * slots[i].factor : logarithm);
+        });
+    return count;
+}
+
+template <class F> QORKES_COLD void scalarInverse(int i, const double* a, double* y) {
+    if (F::isForLogarithm(highWord(a[i]))) {
+        const double twice[2] = {a[i], a[i]};
+        double results[2];
+        logarithmPairs<F>(2, twice, results);
+        y[i] = results[0];
+    } else {
+        F::special(i, a, y);
+    }
+}
+
+template <class F>
+QORKES_NOINLINE void inverseHyperbolics(int n, const double* a, double* y) {
+    const auto scalar = [=](int i) { scalarInverse<F>(i, a, y); };
+    inPairs(
+        n, [=](int i) { return logarithmPairs<F>(n - i, a + i, y + i); }, scalar,
+        scalar);
+}
+
+} // namespace qorkes

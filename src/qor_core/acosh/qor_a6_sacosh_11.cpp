@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsAcosh_11(int n, const float* a, float* y) { _qorsAcosh_HA(n, a, y); }

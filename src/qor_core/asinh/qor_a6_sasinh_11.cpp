@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsAsinh_11(int n, const float* a, float* y) { _qorsAsinh_HA(n, a, y); }

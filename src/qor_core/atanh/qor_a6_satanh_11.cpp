@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsAtanh_11(int n, const float* a, float* y) { _qorsAtanh_HA(n, a, y); }

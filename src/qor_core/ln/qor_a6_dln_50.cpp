@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qordLn_50(int n, const double* a, double* y) { _qordLn_HA(n, a, y); }

@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsSinh_21(int n, const float* a, float* y) { _qorsSinh_HA(n, a, y); }

@@ -1,0 +1,198 @@
+// The largest error of a kernel, over samples of each region of its function or over
+// every float there is.
+//
+// MPFR is slow, so an error is first taken against the function in long double. That is
+// off by no more than screenUlps units in its last place, which is `slack` of an ulp of
+// the result; only an error within `slack` of the largest one known so far, or above
+// it, can be a new largest one, and is worked out with MPFR. Every 1000th result goes
+// to MPFR in any case, and a screen that is further off than `slack` stops the run.
+#pragma once
+
+#include "sampler.hpp"
+
+#include <support/kernels.hpp>
+#include <support/oracle.hpp>
+
+#include <functional>
+#include <string>
+
+namespace qorkes::ulp {
+
+template <class T> struct Extreme {
+    std::string region;
+    double ulps = 0;
+    T a{}, b{}, result{}, expected{};
+};
+
+constexpr double screenUlps = 16;
+
+template <class T>
+constexpr double slack = screenUlps* std::numeric_limits<long double>::epsilon() /
+                         std::numeric_limits<T>::epsilon();
+
+/// The exponent e of value = f 2^e with f in [1/2, 1).
+inline int exponentOf(long double value) {
+    std::uint16_t word;
+    std::memcpy(&word, reinterpret_cast<const char*>(&value) + 8, sizeof word);
+    return (word & 0x7FFF) - 16382;
+}
+
+/// 2^e, without a call.
+inline long double powerOfTwo(int e) {
+    const std::uint64_t mantissa = std::uint64_t{1} << 63;
+    const auto exponent = static_cast<std::uint16_t>(e + 16383);
+    long double power = 0;
+    std::memcpy(&power, &mantissa, sizeof mantissa);
+    std::memcpy(reinterpret_cast<char*>(&power) + 8, &exponent, sizeof exponent);
+    return power;
+}
+
+template <class T> double screenedUlpsOfSpecial(T result, long double value) {
+    if (std::isnan(result) && std::isnan(value)) return 0;
+    return static_cast<T>(value) == result ? 0 : HUGE_VAL;
+}
+
+/// True for powers of two, which may stand for a value just below, where an ulp is half
+/// as large.
+inline bool isPowerOfTwo(long double value) {
+    std::uint64_t mantissa;
+    std::memcpy(&mantissa, &value, sizeof mantissa);
+    return mantissa << 1 == 0;
+}
+
+/// The error of `result` in ulps of T, as long double arithmetic sees it: too large
+/// rather than too small.
+template <class T> double screenedUlps(T result, long double value) {
+    using Limits = std::numeric_limits<T>;
+    const long double difference = std::fabs(result - value);
+    if (!(difference <= std::numeric_limits<long double>::max()))
+        return screenedUlpsOfSpecial(result, value);
+    const int exponent = std::clamp(exponentOf(value) - isPowerOfTwo(value),
+                                    Limits::min_exponent, Limits::max_exponent);
+    return static_cast<double>(difference * powerOfTwo(Limits::digits - exponent));
+}
+
+template <class T>
+std::vector<Extreme<T>> largerOf(std::vector<Extreme<T>> a,
+                                 const std::vector<Extreme<T>>& b) {
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (b[i].ulps > a[i].ulps) a[i] = b[i];
+    return a;
+}
+
+/// A kernel with one of its results, and the largest errors found: the first entry is
+/// for all regions together.
+template <class T> class Measurement {
+public:
+    Measurement(const catalogue::Function& function, const catalogue::Kernel<T>& kernel,
+                int output)
+        : function_(function), kernel_(kernel), output_(output),
+          row_(rowOf(function.name, output)),
+          regions_(sizeof(T) == 4 && !row_.singles.empty() ? row_.singles
+                                                           : row_.doubles),
+          oracle_(function.name, output), extremes_(1 + regions_.size()) {
+        extremes_[0].region = "everywhere";
+        for (std::size_t i = 0; i < regions_.size(); ++i)
+            extremes_[i + 1].region = regions_[i].name;
+    }
+
+    const std::vector<Extreme<T>>& extremes() const { return extremes_; }
+
+    void sample(std::int64_t count) {
+        const std::int64_t each = count / static_cast<std::int64_t>(regions_.size());
+        for (std::size_t i = 0; i < regions_.size(); ++i)
+            sampleRegion(regions_[i], each, static_cast<unsigned>(i));
+    }
+
+    /// Every float whose bits are `from` to `to` - 1; `progress` hears of each million.
+    /// Some samples first show how large errors get, so that few go to MPFR.
+    void run(std::uint64_t from, std::uint64_t to,
+             const std::function<void()>& progress) {
+        sample(100000);
+        for (std::uint64_t word = from; word < to; word += block) {
+            for (std::uint32_t i = 0; i < block; ++i)
+                a_[i] = Bits<T>::number(static_cast<std::uint32_t>(word) + i);
+            judge(block);
+            if (word % (1 << 20) == 0) progress();
+        }
+    }
+
+private:
+    static constexpr int block = 1024;
+
+    void sampleRegion(const Region& region, std::int64_t count, unsigned seed) {
+        const bool byResult = region.kind == Region::Kind::results;
+        Sampler<T> first(region.a, count, row_.period, 2 * seed);
+        Sampler<T> second(region.b, count, 0, 2 * seed + 1);
+        const bool isScalar = function_.form == catalogue::Form::arrayAndScalar;
+        for (std::int64_t done = 0; done < count; done += block) {
+            for (int i = 0; i < block; ++i) {
+                b_[i] = isScalar && i > 0 ? b_[0] : second((done + i) * 7919 % count);
+                const T a = first(done + i);
+                a_[i] = byResult ? static_cast<T>(row_.firstFor(a, b_[i])) : a;
+            }
+            judge(static_cast<int>(std::min<std::int64_t>(block, count - done)));
+        }
+    }
+
+    void judge(int n) {
+        T y[block], z[block];
+        call(function_.form, kernel_.entry, n, a_, b_, y, z);
+        const T* result = output_ == 0 ? y : z;
+        for (int i = 0; i < n; ++i) {
+            const long double value = row_.screen(a_[i], b_[i]);
+            const double ulps = screenedUlps(result[i], value);
+            if (++judged_ % 1000 == 0) checkScreen(ulps, result[i], a_[i], b_[i]);
+            if (ulps > threshold_) consider(ulps, value, result[i], a_[i], b_[i]);
+        }
+    }
+
+    void consider(double screened, long double value, T result, T a, T b) {
+        const double weight = weightOf(a, value);
+        double exact = -1;
+        for (std::size_t k = 0; k < extremes_.size(); ++k) {
+            if (screened * weight <= extremes_[k].ulps - slack<T>) continue;
+            if (k > 0 && !isIn(regions_[k - 1], a, b, result)) continue;
+            if (exact < 0) exact = oracle_.ulps(result, a, b) * weight;
+            if (exact > extremes_[k].ulps)
+                extremes_[k] = {extremes_[k].region,  exact, a, b, result,
+                                oracle_.rounded(a, b)};
+        }
+    }
+
+    /// What takes ulps of the result to ulps of numbers from 1/2 to 1, where those
+    /// count.
+    double weightOf(T a, long double value) const {
+        for (const Region& region : regions_)
+            if (region.kind == Region::Kind::absolute && contains(region.a, a))
+                return std::ldexp(1.0, std::min(exponentOf(value), 0));
+        return 1;
+    }
+
+    bool isIn(const Region& region, T a, T b, T result) const {
+        const bool byResult = region.kind == Region::Kind::results;
+        return contains(region.a, byResult ? result : a) &&
+               (function_.form == catalogue::Form::oneToOne ||
+                function_.form == catalogue::Form::oneToTwo || contains(region.b, b));
+    }
+
+    void checkScreen(double screened, T result, T a, T b) {
+        if (!std::isfinite(screened) || !std::isfinite(result)) return;
+        if (oracle_.ulps(result, a, b) > screened + slack<T>)
+            throw std::runtime_error(std::string("the long double value of ") +
+                                     function_.name + " is off by more than allowed");
+    }
+
+    const catalogue::Function& function_;
+    const catalogue::Kernel<T>& kernel_;
+    int output_;
+    const FunctionRow& row_;
+    const std::vector<Region>& regions_;
+    test::Oracle oracle_;
+    std::vector<Extreme<T>> extremes_;
+    T a_[block]{}, b_[block]{};
+    std::int64_t judged_ = 0;
+    double threshold_ = slack<T>; // no error up to this is a new largest one anywhere
+};
+
+} // namespace qorkes::ulp
