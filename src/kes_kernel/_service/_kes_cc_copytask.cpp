@@ -31,8 +31,8 @@ int __kesCopyTask(TaskRecord** newTask, const TaskRecord* task) {
     copy->committed = task->committed;
     copy->privateData = task->privateData;
     if (copy->privateData &&
-        (!copy->privateClone ||
-         copy->privateClone(copy, &copy->privateData, task->privateData) != 0)) {
+        (!copy->privateClone || callHook(copy->privateClone, copy, &copy->privateData,
+                                         task->privateData) != 0)) {
         std::free(copy);
         return KesStatusCcCopyFailed;
     }

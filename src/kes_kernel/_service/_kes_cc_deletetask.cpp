@@ -3,12 +3,14 @@
 
 #include <cstdlib>
 
+using namespace qorkes;
+
 namespace {
 
 int releasePrivateData(TaskRecord* task) {
     if (!task->privateData) return KesStatusOk;
     const int status = task->privateRelease
-                           ? task->privateRelease(task, task->privateData)
+                           ? callHook(task->privateRelease, task, task->privateData)
                            : KesStatusCcNoRelease;
     std::free(task->privateData);
     task->privateData = nullptr;

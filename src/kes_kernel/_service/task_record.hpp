@@ -18,16 +18,24 @@ QORKES_INLINE void convgate_copy(int32_t* store, int32_t** field, const int32_t*
     if (source) std::copy_n(source, count, store);
 }
 
-/// 1, and from there on the products of the shape's entries. Nothing for a rank
-/// below 1.
+/// 1, and from there on the products of the shape's entries, which may be any. Nothing
+/// for a rank below 1.
 QORKES_INLINE const int32_t* convgate_stride(int32_t* stride, const int32_t* shape,
                                              int rank) {
-    int32_t next = 1;
+    uint32_t next = 1;
     for (int d = 0; d < rank; ++d) {
-        stride[d] = next;
-        next *= shape[d];
+        stride[d] = static_cast<int32_t>(next);
+        next *= static_cast<uint32_t>(shape[d]);
     }
     return stride;
+}
+
+/// Calls a hook of the caller's. The alignment makes the compiler realign this frame,
+/// and with it that of the hook, for callers that keep their stack to 4 bytes.
+template <class Hook, class... Arguments>
+QORKES_NOINLINE int callHook(Hook hook, Arguments... arguments) {
+    alignas(16) volatile int status = hook(arguments...);
+    return status;
 }
 
 } // namespace qorkes
