@@ -21,12 +21,22 @@ template <class T> struct StreamPeer {
     void (*fill)(int n, T* y);
 };
 
+/// Sums by their definition, of all places of the full result. A grid has two
+/// dimensions, the first varying fastest.
+template <class T> struct SumPeer {
+    void (*convolveLines)(const T* x, int nx, const T* y, int ny, T* z);
+    void (*correlateLines)(const T* x, int nx, const T* y, int ny, T* z);
+    void (*convolveGrids)(const T* x, const int* nx, const T* y, const int* ny, T* z);
+};
+
 struct Peers {
     std::span<const KernelPeer<double>> doubles;
     std::span<const KernelPeer<float>> singles;
     std::span<const StreamPeer<std::uint32_t>> words;
     std::span<const StreamPeer<double>> uniformDoubles;
     std::span<const StreamPeer<float>> uniformSingles;
+    SumPeer<double> doubleSums;
+    SumPeer<float> singleSums;
 };
 
 // In the same order.
