@@ -7,7 +7,7 @@
 
 #include <kes_kernel/conv_corr/float_sums.hpp>
 #include <kes_kernel/conv_corr/line.hpp>
-#include <kes_kernel/conv_corr/sums.hpp>
+#include <kes_kernel/conv_corr/runs.hpp>
 
 namespace qorkes {
 
@@ -17,9 +17,12 @@ template <class Work> using SumOf = std::conditional_t<sizeof(Work) == 8, ext, f
 QORKES_INLINE void store(double& z, const ext& sum) { z = round64(sum); }
 QORKES_INLINE void store(float& z, const float& sum) { z = sum; }
 
+QORKES_INLINE void addProducts(ext& sum, const double* x, const double* y, int n) {
+    addRun<ExtendedRuns<ext>, 1>(&sum, x, y, 1, n);
+}
 QORKES_INLINE void addProducts(ext (&sums)[4], const double* x, const double* y,
                                int n) {
-    addProducts(sums, x, y, 1, n);
+    addRun<ExtendedRuns<ext>, 4>(sums, x, y, 1, n);
 }
 
 /// Outputs at the lags `lag`, `lag + dec` and so on, one by one.
@@ -34,24 +37,31 @@ void correlatePlain(const T* x, int nx, const T* y, int ny, T* z, int nz, int la
     }
 }
 
-/// Four outputs at neighbouring lags. Their overlaps begin earlier in x from one to the
-/// next, or where they did, and end likewise. False if all four have nothing in common.
+/// Adds what lies before and behind the part from x[first] to x[end - 1].
+template <class T>
+QORKES_INLINE void finish(SumOf<T> sum, const T* x, int nx, const T* y, int ny, T& z,
+                          int lag, int first, int end) {
+    const Overlap part = overlapAt(lag, nx, ny);
+    addProducts(sum, x + part.atX, y + part.atY, first - part.atX);
+    addProducts(sum, x + end, y + end + lag, part.endX() - end);
+    store(z, sum);
+}
+
+/// Four outputs at neighbouring lags. From one to the next the overlap begins and ends
+/// at the same place of x or before that, so the last one ends their common part. False
+/// if they have none.
 template <class T>
 QORKES_INLINE bool correlateTile(const T* x, int nx, const T* y, int ny, T* z,
                                  int lag) {
-    Overlap part[4];
-    for (int j = 0; j < 4; ++j) part[j] = overlapAt(lag + j, nx, ny);
-    const int first = part[0].atX, end = part[3].endX();
+    const Overlap part = overlapAt(lag, nx, ny);
+    const int first = part.atX, end = overlapAt(lag + 3, nx, ny).endX();
     if (first >= end) return false;
     SumOf<T> sums[4] = {};
-    addProducts(sums, x + first, y + part[0].atY, end - first);
-    for (int j = 0; j < 4; ++j)
-        if (part[j].atX < first)
-            addProducts(sums[j], x + part[j].atX, y + part[j].atY, first - part[j].atX);
-    for (int j = 0; j < 4; ++j)
-        if (end < part[j].endX())
-            addProducts(sums[j], x + end, y + end + lag + j, part[j].endX() - end);
-    for (int j = 0; j < 4; ++j) store(z[j], sums[j]);
+    addProducts(sums, x + first, y + part.atY, end - first);
+    finish(sums[0], x, nx, y, ny, z[0], lag, first, end);
+    finish(sums[1], x, nx, y, ny, z[1], lag + 1, first, end);
+    finish(sums[2], x, nx, y, ny, z[2], lag + 2, first, end);
+    finish(sums[3], x, nx, y, ny, z[3], lag + 3, first, end);
     return true;
 }
 

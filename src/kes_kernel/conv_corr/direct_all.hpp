@@ -37,20 +37,27 @@ template <class T> struct Plane {
     }
 };
 
-/// body(x, y) for every run, from line xline of x and yline of y on for `lines` lines,
-/// in each plane of the box.
+/// Where the runs of a box begin: this place of dimension 0, `lines` lines of each
+/// plane.
+struct Lines {
+    Overlap run;
+    int atX, atY, count;
+};
+
+/// body(x, y, i) for every run, i being that of its line.
 template <class T, class Body>
-QORKES_INLINE void forEachRun(const Plane<T>& plane, Overlap run, int xline, int yline,
-                              int lines, Body body) {
+QORKES_INLINE void forEachRun(const Plane<T>& plane, const Lines& lines, Body body) {
+    if (lines.count < 1) return;
     const Correlation<T>& whole = *plane.whole;
     const ptrdiff_t xstep = whole.xstride.stride[1], ystep = whole.ystride.stride[1];
-    const T* x = plane.x + run.atX + xline * xstep;
-    const T* y = plane.y + run.atY + yline * ystep;
-    int index[KesTaskMaxRank] = {};
-    for (int d = 0; lines > 0 && d < whole.rank;) {
+    const T* x = plane.x + lines.run.atX + lines.atX * xstep;
+    const T* y = plane.y + lines.run.atY + lines.atY * ystep;
+    int index[KesTaskMaxRank];
+    for (int d = 2; d < whole.rank; ++d) index[d] = 0;
+    for (int d = 0; d < whole.rank;) {
         const T *xrun = x, *yrun = y;
-        for (int i = 0; i < lines; ++i) {
-            body(xrun, yrun);
+        for (int i = 0; i < lines.count; ++i) {
+            body(xrun, yrun, i);
             xrun += xstep;
             yrun += ystep;
         }
@@ -65,38 +72,91 @@ QORKES_INLINE void forEachRun(const Plane<T>& plane, Overlap run, int xline, int
     }
 }
 
-/// One or four outputs that are neighbours in dimension 1, with their lines.
+/// One or four outputs that are neighbours in dimension 1, with their lines. From one
+/// to the next these begin and end at the same place of x or before that.
 struct Rows {
     int count;
     Overlap lines[4];
 
+    int first() const { return lines[count - 1].atX; }
     int firstCommon() const { return lines[0].atX; }
     int endOfCommon() const { return lines[count - 1].endX(); }
+    int end() const { return lines[0].endX(); }
 };
+
+// The compiler is told to inline the bodies: it would pass what they refer to by way of
+// memory, which costs more than a short run.
+#define QORKES_BODY __attribute__((always_inline))
+
+/// The lines of one output.
+template <class Runs, class T>
+QORKES_NOINLINE void addAlone(const Plane<T>& plane, const Overlap& run,
+                              const Overlap& lines, typename Runs::Sum& sum) {
+    forEachRun(plane, {run, lines.atX, lines.atY, lines.count},
+               [&](const T* x, const T* y, int)
+                   QORKES_BODY { addRun<Runs, 1>(&sum, x, y, 0, run.count); });
+}
+
+/// The lines that four outputs have in common.
+template <class Runs, class T>
+QORKES_INLINE void addTogether(const Plane<T>& plane, const Overlap& run,
+                               const Rows& rows, typename Runs::Sum (&sums)[4]) {
+    const ptrdiff_t step = plane.whole->ystride.stride[1];
+    const int first = rows.firstCommon();
+    forEachRun(plane, {run, first, rows.lines[0].atY, rows.endOfCommon() - first},
+               [&](const T* x, const T* y, int)
+                   QORKES_BODY { addRun<Runs, 4>(sums, x, y, step, run.count); });
+}
+
+/// A run of up to three outputs.
+template <class Runs, class T>
+QORKES_INLINE void addSome(int outputs, typename Runs::Sum* sums, const T* x,
+                           const T* y, ptrdiff_t step, int n) {
+    if (outputs == 1)
+        addRun<Runs, 1>(sums, x, y, step, n);
+    else if (outputs == 2)
+        addRun<Runs, 2>(sums, x, y, step, n);
+    else
+        addRun<Runs, 3>(sums, x, y, step, n);
+}
+
+/// The lines before the common ones, which the first output lacks and the last one has,
+/// and those behind, which the last one lacks and the first one has.
+template <class Runs, class T>
+QORKES_INLINE void addEnds(const Plane<T>& plane, const Overlap& run, const Rows& rows,
+                           typename Runs::Sum (&sums)[4]) {
+    const ptrdiff_t step = plane.whole->ystride.stride[1];
+    const int first = rows.first(), end = rows.endOfCommon();
+    forEachRun(plane, {run, first, rows.lines[3].atY, rows.firstCommon() - first},
+               [&](const T* x, const T* y, int i) QORKES_BODY {
+                   int j = 3;
+                   while (rows.lines[j - 1].atX <= first + i) --j;
+                   addSome<Runs>(4 - j, sums + j, x, y + (j - 3) * step, step,
+                                 run.count);
+               });
+    const int atY = rows.lines[0].atY + end - rows.firstCommon();
+    forEachRun(plane, {run, end, atY, rows.end() - end},
+               [&](const T* x, const T* y, int i) QORKES_BODY {
+                   int j = 1;
+                   while (rows.lines[j].endX() > end + i) ++j;
+                   addSome<Runs>(j, sums, x, y, step, run.count);
+               });
+}
+
+#undef QORKES_BODY
 
 /// One output of each row, or as many as a Sum of Runs has.
 template <class Runs, class T>
-QORKES_INLINE void sumOutputs(const Plane<T>& plane, const Rows& rows, Overlap run,
-                              T* z) {
-    using Sum = typename Runs::Sum;
-    Sum sums[4] = {};
-    const auto alone = [&](int j, int first, int end) {
-        const int offset = rows.lines[j].atY - rows.lines[j].atX;
-        forEachRun(
-            plane, run, first, first + offset, end - first,
-            [&](const T* x, const T* y) { Runs::one(sums[j], x, y, run.count); });
-    };
-    const int first = rows.firstCommon(), end = rows.endOfCommon();
-    if (rows.count == 1 || first >= end) {
+QORKES_INLINE void sumOutputs(const Plane<T>& plane, const Rows& rows,
+                              const Overlap& run, T* z) {
+    typename Runs::Sum sums[4];
+    for (auto& sum : sums) sum = Runs::zero();
+    if (rows.count == 1 || rows.firstCommon() >= rows.endOfCommon()) {
         for (int j = 0; j < rows.count; ++j)
-            alone(j, rows.lines[j].atX, rows.lines[j].endX());
+            addAlone<Runs>(plane, run, rows.lines[j], sums[j]);
     } else {
-        const ptrdiff_t step = plane.whole->ystride.stride[1];
-        forEachRun(
-            plane, run, first, rows.lines[0].atY, end - first,
-            [&](const T* x, const T* y) { Runs::four(sums, x, y, step, run.count); });
-        for (int j = 1; j < 4; ++j) alone(j, rows.lines[j].atX, first);
-        for (int j = 0; j < 3; ++j) alone(j, end, rows.lines[j].endX());
+        addTogether<Runs>(plane, run, rows, sums);
+        addEnds<Runs>(plane, run, rows, sums);
     }
     for (int j = 0; j < rows.count; ++j)
         Runs::store(z + j * plane.whole->zstride.stride[1], sums[j]);
@@ -114,15 +174,15 @@ QORKES_INLINE int sumSome(const Plane<float>& plane, const Rows& rows, int q,
     if (plane.whole->dec[0] == 1 && q + 3 < plane.whole->zshape[0] && run.count > 0) {
         const Overlap last = plane.overlap(0, q + 3);
         if (last.count == run.count && last.atX == run.atX) {
-            sumOutputs<FloatRunsAlongY>(plane, rows, run, z);
+            sumOutputs<FloatRuns<Lanes::alongY>>(plane, rows, run, z);
             return 4;
         }
         if (last.count == run.count && last.atY == run.atY) {
-            sumOutputs<FloatRunsAlongX>(plane, rows, last, z);
+            sumOutputs<FloatRuns<Lanes::alongX>>(plane, rows, last, z);
             return 4;
         }
     }
-    sumOutputs<FloatRuns>(plane, rows, run, z);
+    sumOutputs<FloatRuns<Lanes::one>>(plane, rows, run, z);
     return 1;
 }
 

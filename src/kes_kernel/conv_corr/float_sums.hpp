@@ -19,7 +19,6 @@ QORKES_INLINE int elementsToBoundary(const float* p, uintptr_t alignment) {
     return static_cast<int>((0 - address) % alignment / sizeof(float));
 }
 
-/// Where the registers of four begin in a run of n products; 0 if it has none.
 QORKES_INLINE bool hasBody(int head, int n) {
     return head >= 0 && n - head >= productsAtOnce;
 }

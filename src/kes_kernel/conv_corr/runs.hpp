@@ -1,118 +1,102 @@
-// A run is the part of a sum of products that goes along dimension 0. Each of the
-// structures here adds runs to the sums of outputs:
+// Runs: products along dimension 0, added to the sums of up to four outputs whose y lie
+// `step` apart. What is loaded of x then serves all four, and four sums are under way.
 //
-//     Sum      the sum of one output, or of several that are neighbours in dimension 0
-//     one      adds a run of n products
-//     four     the same for four sums whose y lie `step` apart
-//     store    puts a sum into z
+// Each structure here is a way to sum:
 //
-// Between runs a sum is a number of the arrays' type.
+//     Sum, kept       a sum between two runs
+//     Wide, widened   within a run
+//     ofX, ofY        an element, or four neighbours for as many outputs
+//     plus            the sum with a product added
 #pragma once
 
-#include <kes_kernel/conv_corr/sums.hpp>
+#include <common/ext.hpp>
 
+#include <type_traits>
 #include <xmmintrin.h>
 
 namespace qorkes {
 
-/// In extended precision, rounded after each run.
-struct DoubleRuns {
-    using Sum = double;
-
-    QORKES_INLINE static void one(double& sum, const double* x, const double* y,
-                                  int n) {
-        ext extended = sum;
-        addProducts(extended, x, y, n);
-        sum = round64(extended);
+template <class Runs, int outputs, class T>
+QORKES_INLINE void addRun(typename Runs::Sum* sums, const T* x, const T* y,
+                          ptrdiff_t step, int n) {
+    // No array: the compiler would keep it in memory.
+    typename Runs::Wide sum0 = Runs::widened(sums[0]), sum1 = sum0, sum2 = sum0,
+                        sum3 = sum0;
+    if constexpr (outputs > 1) sum1 = Runs::widened(sums[1]);
+    if constexpr (outputs > 2) sum2 = Runs::widened(sums[2]);
+    if constexpr (outputs > 3) sum3 = Runs::widened(sums[3]);
+    for (int i = 0; i < n; ++i) {
+        const auto factor = Runs::ofX(x + i);
+        const T* const at = y + i;
+        sum0 = Runs::plus(sum0, factor, Runs::ofY(at));
+        if constexpr (outputs > 1)
+            sum1 = Runs::plus(sum1, factor, Runs::ofY(at + step));
+        if constexpr (outputs > 2)
+            sum2 = Runs::plus(sum2, factor, Runs::ofY(at + 2 * step));
+        if constexpr (outputs > 3)
+            sum3 = Runs::plus(sum3, factor, Runs::ofY(at + 3 * step));
     }
-    QORKES_INLINE static void four(double (&sums)[4], const double* x, const double* y,
-                                   ptrdiff_t step, int n) {
-        ext extended[4] = {sums[0], sums[1], sums[2], sums[3]};
-        addProducts(extended, x, y, step, n);
-        for (int j = 0; j < 4; ++j) sums[j] = round64(extended[j]);
-    }
-    static void store(double* z, double sum) { *z = sum; }
-};
-
-/// Each lane of a register sums for one output: n products of a factor that all share
-/// and of neighbours.
-QORKES_INLINE __m128 addLanes(__m128 sums, const float* shared, const float* neighbours,
-                              int n) {
-    for (int i = 0; i < n; ++i)
-        sums = _mm_add_ps(
-            sums, _mm_mul_ps(_mm_load1_ps(shared + i), _mm_loadu_ps(neighbours + i)));
-    return sums;
+    sums[0] = Runs::kept(sum0);
+    if constexpr (outputs > 1) sums[1] = Runs::kept(sum1);
+    if constexpr (outputs > 2) sums[2] = Runs::kept(sum2);
+    if constexpr (outputs > 3) sums[3] = Runs::kept(sum3);
 }
 
-/// One output.
-struct FloatRuns {
-    using Sum = __m128;
+/// In extended precision, kept as it is or rounded to double.
+template <class Kept> struct ExtendedRuns {
+    using Sum = Kept;
+    using Wide = ext;
 
-    QORKES_INLINE static void one(__m128& sum, const float* x, const float* y, int n) {
-        for (int i = 0; i < n; ++i)
-            sum = _mm_add_ss(sum, _mm_mul_ss(_mm_load_ss(x + i), _mm_load_ss(y + i)));
+    static ext widened(Sum sum) { return sum; }
+    static Sum kept(ext sum) {
+        if constexpr (std::is_same_v<Sum, ext>)
+            return sum;
+        else
+            return round64(sum);
     }
-    QORKES_INLINE static void four(__m128 (&sums)[4], const float* x, const float* y,
-                                   ptrdiff_t step, int n) {
-        for (int j = 0; j < 4; ++j) one(sums[j], x, y + j * step, n);
-    }
-    static void store(float* z, __m128 sum) { _mm_store_ss(z, sum); }
+    static ext ofX(const double* x) { return loaded(*x); }
+    static ext ofY(const double* y) { return loaded(*y); }
+    static ext plus(ext sum, ext x, ext y) { return sum + x * y; }
+
+    /// Not a constant: the compiler would store it by halves, which the unit would wait
+    /// for when it loads the whole.
+    static Sum zero() { return kept(inRegister(ext{0})); }
+    static void store(double* z, Sum sum) { *z = round64(sum); }
 };
+using DoubleRuns = ExtendedRuns<double>;
 
-/// Four outputs that take the same part of x, from places of y that move along.
-struct FloatRunsAlongY {
+/// In single precision: for one output; for four neighbours that take the same part of
+/// x, from places of y that move along; or for four that take the same part of y, from
+/// places of x that move back, of which x is that of the last output, in lane 0.
+enum class Lanes { one, alongY, alongX };
+
+template <Lanes lanes> struct FloatRuns {
     using Sum = __m128;
+    using Wide = __m128;
 
-    QORKES_INLINE static void one(__m128& sum, const float* x, const float* y, int n) {
-        sum = addLanes(sum, x, y, n);
+    static Sum widened(Sum sum) { return sum; }
+    static Sum kept(Sum sum) { return sum; }
+    static __m128 ofX(const float* x) { return element(x, lanes == Lanes::alongX); }
+    static __m128 ofY(const float* y) { return element(y, lanes == Lanes::alongY); }
+    static __m128 plus(__m128 sum, __m128 x, __m128 y) {
+        return lanes == Lanes::one ? _mm_add_ss(sum, _mm_mul_ss(x, y))
+                                   : _mm_add_ps(sum, _mm_mul_ps(x, y));
     }
-    QORKES_INLINE static void four(__m128 (&sums)[4], const float* x, const float* y,
-                                   ptrdiff_t step, int n) {
-        __m128 sum0 = sums[0], sum1 = sums[1], sum2 = sums[2], sum3 = sums[3];
-        for (int i = 0; i < n; ++i) {
-            const __m128 factor = _mm_load1_ps(x + i);
-            const float* const at = y + i;
-            sum0 = _mm_add_ps(sum0, _mm_mul_ps(factor, _mm_loadu_ps(at)));
-            sum1 = _mm_add_ps(sum1, _mm_mul_ps(factor, _mm_loadu_ps(at + step)));
-            sum2 = _mm_add_ps(sum2, _mm_mul_ps(factor, _mm_loadu_ps(at + 2 * step)));
-            sum3 = _mm_add_ps(sum3, _mm_mul_ps(factor, _mm_loadu_ps(at + 3 * step)));
-        }
-        sums[0] = sum0;
-        sums[1] = sum1;
-        sums[2] = sum2;
-        sums[3] = sum3;
+    static Sum zero() { return _mm_setzero_ps(); }
+    static void store(float* z, Sum sum) {
+        if (lanes == Lanes::one)
+            _mm_store_ss(z, sum);
+        else if (lanes == Lanes::alongY)
+            _mm_storeu_ps(z, sum);
+        else
+            _mm_storeu_ps(z, _mm_shuffle_ps(sum, sum, _MM_SHUFFLE(0, 1, 2, 3)));
     }
-    static void store(float* z, __m128 sum) { _mm_storeu_ps(z, sum); }
-};
 
-/// Four outputs that take the same part of y, from places of x that move back; x is
-/// that of the last output, which has lane 0.
-struct FloatRunsAlongX {
-    using Sum = __m128;
-
-    QORKES_INLINE static void one(__m128& sum, const float* x, const float* y, int n) {
-        sum = addLanes(sum, y, x, n);
-    }
-    QORKES_INLINE static void four(__m128 (&sums)[4], const float* x, const float* y,
-                                   ptrdiff_t step, int n) {
-        __m128 sum0 = sums[0], sum1 = sums[1], sum2 = sums[2], sum3 = sums[3];
-        for (int i = 0; i < n; ++i) {
-            const __m128 neighbours = _mm_loadu_ps(x + i);
-            const float* const at = y + i;
-            sum0 = _mm_add_ps(sum0, _mm_mul_ps(neighbours, _mm_load1_ps(at)));
-            sum1 = _mm_add_ps(sum1, _mm_mul_ps(neighbours, _mm_load1_ps(at + step)));
-            sum2 =
-                _mm_add_ps(sum2, _mm_mul_ps(neighbours, _mm_load1_ps(at + 2 * step)));
-            sum3 =
-                _mm_add_ps(sum3, _mm_mul_ps(neighbours, _mm_load1_ps(at + 3 * step)));
-        }
-        sums[0] = sum0;
-        sums[1] = sum1;
-        sums[2] = sum2;
-        sums[3] = sum3;
-    }
-    static void store(float* z, __m128 sum) {
-        _mm_storeu_ps(z, _mm_shuffle_ps(sum, sum, _MM_SHUFFLE(0, 1, 2, 3)));
+private:
+    static __m128 element(const float* p, bool moves) {
+        return lanes == Lanes::one ? _mm_load_ss(p)
+               : moves             ? _mm_loadu_ps(p)
+                                   : _mm_load1_ps(p);
     }
 };
 
