@@ -8,7 +8,7 @@ namespace qorkes {
 
 void addDraw(CLI::App& app) {
     auto drawing = std::make_shared<Drawing>();
-    auto source = std::make_shared<Source>();
+    auto source = std::make_shared<StreamSource>();
     CLI::App* command = app.add_subcommand("draw", "Draw random numbers");
     addDistribution(*command, *drawing);
     addSourceOptions(*command, *source);

@@ -54,7 +54,7 @@ void addJumpOptions(CLI::App& command, Jumps& jumps) {
         ->type_name("N");
 }
 
-void addSourceOptions(CLI::App& command, Source& source) {
+void addSourceOptions(CLI::App& command, StreamSource& source) {
     command
         .add_option("--generator", source.generator,
                     "the basic generator; default: MCG59")
@@ -64,7 +64,7 @@ void addSourceOptions(CLI::App& command, Source& source) {
     addJumpOptions(command, source.jumps);
 }
 
-Stream newStream(const Source& source) {
+Stream newStream(const StreamSource& source) {
     const int identifier = identifierOf(source.generator);
     std::vector<uint32_t> seed;
     for (const std::string& word : split(source.seed, ','))

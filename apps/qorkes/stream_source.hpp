@@ -27,16 +27,16 @@ struct Jumps {
     std::string leapfrog;
 };
 
-struct Source {
+struct StreamSource {
     std::string generator = "MCG59";
     std::string seed = "1";
     Jumps jumps;
 };
 
 void addJumpOptions(CLI::App& command, Jumps& jumps);
-void addSourceOptions(CLI::App& command, Source& source);
+void addSourceOptions(CLI::App& command, StreamSource& source);
 
-Stream newStream(const Source& source);
+Stream newStream(const StreamSource& source);
 void moveOn(StreamState* stream, const Jumps& jumps);
 
 /// The generator's row, or null if it is none of the library's own.

@@ -171,6 +171,35 @@ QORKES_API void _qorsInvSqrt_HA(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_21(int n, const float* a, float* y);
 QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
 
+/* ---- Cbrt: y = a^(1/3) -------------------------------------------------------------
+ *
+ * Double: table of quadratics for m^(-1/3) and one Newton step (as Sqrt), the exponent
+ * divided by three with a multiplication (Granlund and Montgomery, "Division by invariant
+ * integers using multiplication", 1994). Float: quadratics for m^(1/3) alone. No report.
+ *
+ *   +-0, +-infinity   the argument
+ *   NaN               the NaN, quiet
+ */
+QORKES_API void _qordCbrt_HA(int n, const double* a, double* y);
+QORKES_API void _qordCbrt_50(int n, const double* a, double* y);
+QORKES_API void _qorsCbrt_HA(int n, const float* a, float* y);
+QORKES_API void _qorsCbrt_21(int n, const float* a, float* y);
+QORKES_API void _qorsCbrt_11(int n, const float* a, float* y);
+
+/* ---- InvCbrt: y = a^(-1/3) ---------------------------------------------------------
+ *
+ * As Cbrt; float: quadratics for m^(-1/3).
+ *
+ *   +-0           infinity of the same sign   QOR_STATUS_SING
+ *   +-infinity    zero of the same sign
+ *   NaN           the NaN, quiet
+ */
+QORKES_API void _qordInvCbrt_HA(int n, const double* a, double* y);
+QORKES_API void _qordInvCbrt_50(int n, const double* a, double* y);
+QORKES_API void _qorsInvCbrt_HA(int n, const float* a, float* y);
+QORKES_API void _qorsInvCbrt_21(int n, const float* a, float* y);
+QORKES_API void _qorsInvCbrt_11(int n, const float* a, float* y);
+
 /* ---- Exp: y = e^a ------------------------------------------------------------------
  *
  * Powers of two from tables and a short polynomial in what they leave (Tang,
@@ -417,6 +446,42 @@ QORKES_API void _qordAtanh_50(int n, const double* a, double* y);
 QORKES_API void _qorsAtanh_HA(int n, const float* a, float* y);
 QORKES_API void _qorsAtanh_21(int n, const float* a, float* y);
 QORKES_API void _qorsAtanh_11(int n, const float* a, float* y);
+
+/* ---- Erf: y = erf(a), 2/sqrt(pi) times the integral of exp(-x^2) from 0 to a -------
+ *
+ * A polynomial about the middle of each quarter of a binade (the method of intervals of
+ * Cody, "Rational Chebyshev approximations for the error function", 1969, with
+ * polynomials and more intervals), on the x87 unit at 53 bits; the leading terms of
+ * double are exact (Dekker 1971, as Pow). No report.
+ *
+ *   +-0                                       the argument
+ *   5.9215871957945083 and up in magnitude    1 with the sign of a, infinities included
+ *   NaN                                       the NaN, quiet
+ */
+QORKES_API void _qordErf_HA(int n, const double* a, double* y);
+QORKES_API void _qordErf_50(int n, const double* a, double* y);
+QORKES_API void _qorsErf_HA(int n, const float* a, float* y);
+QORKES_API void _qorsErf_21(int n, const float* a, float* y);
+QORKES_API void _qorsErf_11(int n, const float* a, float* y);
+
+/* ---- Erfc: y = 1 - erf(a) ----------------------------------------------------------
+ *
+ * As Erf, with intervals of their own; from 1.8284 up the polynomials are those of
+ * erfc(a) exp(a^2), and the exponential is computed by table and polynomial (Tang 1989,
+ * as Exp).
+ *
+ *   too large for a result other than 0    +0   QOR_STATUS_UNDERFLOW
+ *   +infinity, -infinity                   0, 2
+ *   NaN                                    the NaN, quiet
+ *
+ * The result is 0 from 27.226017111108366 up, float 10.054194928818097. One that is
+ * denormal is rounded once and silent.
+ */
+QORKES_API void _qordErfc_HA(int n, const double* a, double* y);
+QORKES_API void _qordErfc_50(int n, const double* a, double* y);
+QORKES_API void _qorsErfc_HA(int n, const float* a, float* y);
+QORKES_API void _qorsErfc_21(int n, const float* a, float* y);
+QORKES_API void _qorsErfc_11(int n, const float* a, float* y);
 
 /* ---- Sine, cosine and tangent of one argument --------------------------------------
  *

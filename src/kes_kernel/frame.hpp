@@ -1,0 +1,75 @@
+// What every distribution does alike: uniforms by the one door, blocks, the stream's
+// memory from call to call, and the last scaling.
+//
+// Temporaries are `ext`; they are rounded where they are stored to an array or a chunk
+// and where they become a kernel's argument.
+#pragma once
+
+#include <common/ext.hpp>
+#include <qorkes/kes.h>
+
+#include <cstdlib>
+#include <xmmintrin.h>
+
+namespace qorkes {
+
+QORKES_INLINE void store(double& r, ext x) { r = round64(x); }
+QORKES_INLINE void store(float& r, ext x) { r = round32(x); }
+
+/// n uniforms from [a, b); returns the stream's status.
+QORKES_INLINE int uniforms(StreamState* stream, int n, double* r, double a = 0,
+                           double b = 1) {
+    return _kesdRngUniform(0, stream, n, r, a, b);
+}
+QORKES_INLINE int uniforms(StreamState* stream, int n, float* r, float a = 0,
+                           float b = 1) {
+    return _kessRngUniform(0, stream, n, r, a, b);
+}
+
+/// A negative status ends a call; a warning does not.
+QORKES_INLINE bool failed(int status) { return status < 0; }
+
+/// block(start, count) over [0, n): full blocks, then the rest, which is a block too
+/// when nothing is left. Each returns a status; the last one is the call's.
+template <int size, class Block> QORKES_INLINE int inBlocks(int n, Block&& block) {
+    int start = 0;
+    for (; n - start >= size; start += size) {
+        const int status = block(start, size);
+        if (failed(status)) return status;
+    }
+    return block(start, n - start);
+}
+
+/// The chunk of this number, made from `initial` when the stream has none.
+template <class Record>
+QORKES_INLINE int chunkOf(StreamState* stream, int id, Record*& record,
+                          const Record& initial) {
+    record = static_cast<Record*>(__kesSearchChunk(stream, id));
+    if (record) return KesStatusOk;
+    record = static_cast<Record*>(std::malloc(sizeof(Record)));
+    if (!record) return KesStatusNoMemory;
+    *record = initial;
+    const int status = __kesAddChunk(stream, id, record, sizeof(Record));
+    if (failed(status)) std::free(record);
+    return status;
+}
+
+/// r[i] = r[i] * factor + shift, rounded once.
+QORKES_INLINE void scale(int n, double* r, ext factor, double shift) {
+    for (int i = 0; i < n; ++i) r[i] = round64(r[i] * factor + shift);
+}
+
+/// lane(four of r) to each four of r; the last ones in the low lanes of a register.
+template <class Lane> QORKES_INLINE void inFours(int n, float* r, Lane&& lane) {
+    int i = 0;
+    for (; i < n - 3; i += 4) _mm_storeu_ps(r + i, lane(_mm_loadu_ps(r + i)));
+    for (; i < n; ++i) _mm_store_ss(r + i, lane(_mm_load_ss(r + i)));
+}
+
+/// r[i] = r[i] * factor + shift, rounded twice.
+QORKES_INLINE void scale(int n, float* r, float factor, float shift) {
+    const __m128 factors = _mm_set1_ps(factor), shifts = _mm_set1_ps(shift);
+    inFours(n, r, [=](__m128 x) { return _mm_add_ps(_mm_mul_ps(x, factors), shifts); });
+}
+
+} // namespace qorkes

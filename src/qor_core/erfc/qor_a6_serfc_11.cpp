@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsErfc_11(int n, const float* a, float* y) { _qorsErfc_HA(n, a, y); }

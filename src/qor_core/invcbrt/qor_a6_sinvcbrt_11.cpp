@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qorsInvCbrt_11(int n, const float* a, float* y) { _qorsInvCbrt_HA(n, a, y); }
