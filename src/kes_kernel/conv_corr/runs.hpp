@@ -42,6 +42,8 @@ QORKES_INLINE void addRun(typename Runs::Sum* sums, const T* x, const T* y,
     if constexpr (outputs > 3) sums[3] = Runs::kept(sum3);
 }
 
+constexpr float none = 0;
+
 /// In extended precision, kept as it is or rounded to double.
 template <class Kept> struct ExtendedRuns {
     using Sum = Kept;
@@ -58,9 +60,9 @@ template <class Kept> struct ExtendedRuns {
     static ext ofY(const double* y) { return loaded(*y); }
     static ext plus(ext sum, ext x, ext y) { return sum + x * y; }
 
-    /// Not a constant: the compiler would store it by halves, which the unit would wait
-    /// for when it loads the whole.
-    static Sum zero() { return kept(inRegister(ext{0})); }
+    /// From memory, since the compiler would store a constant by halves, which the unit
+    /// waits for when it loads the whole.
+    static Sum zero() { return kept(loadedHere(none)); }
     static void store(double* z, Sum sum) { *z = round64(sum); }
 };
 using DoubleRuns = ExtendedRuns<double>;
