@@ -1,5 +1,5 @@
 // qorkes-bench: times every row of the tables in kernels.cpp, streams.cpp,
-// distributions.cpp and signal.cpp.
+// distributions.cpp, signal.cpp and tasks.cpp.
 //
 // One round times our entry, the x87 peer and the SSE2 peer, each for about a
 // millisecond, and gives a ratio for each peer. The rounds of a row are spread over
@@ -206,9 +206,10 @@ int main(int argc, char** argv) {
         add(lineOf(row));
     }
     add(sizedHeading());
-    for (const SizedRow& row : signalRows())
-        if (row.ours.find(filter) != std::string::npos)
-            add(sizedLine(row, passes * rounds));
+    for (const auto& sized : {signalRows(), taskRows()})
+        for (const SizedRow& row : sized)
+            if (row.ours.find(filter) != std::string::npos)
+                add(sizedLine(row, passes * rounds));
     if (const SetUp setUp = largestSetUp();
         setUp.ours.find(filter) != std::string::npos)
         add(setUpLine(setUp));

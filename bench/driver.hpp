@@ -21,8 +21,8 @@ struct Row {
     std::function<Contest(int n)> prepare;
 };
 
-/// A row of one size, whose peer is a library with a scalar (x87) and a SIMD (sse2)
-/// form.
+/// A row of one size. Its peer is a library with a scalar (x87) and a SIMD (sse2) form,
+/// or loops compiled for either.
 struct SizedRow {
     std::string ours;
     std::string size;
@@ -41,5 +41,6 @@ std::vector<Row> kernelRows();
 std::vector<Row> streamRows();
 std::vector<SizedRow> signalRows();
 SetUp largestSetUp();
+std::vector<SizedRow> taskRows();
 
 } // namespace qorkes::bench

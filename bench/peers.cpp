@@ -19,6 +19,7 @@
 #include <gsl/gsl_randist.h>
 #include <gsl/gsl_rng.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -256,12 +257,50 @@ const StreamPeer<std::int32_t> drawnIntegers[] = {
         [] { return boosted::negative_binomial_distribution<>(50, 0.1); }),
 };
 
+// ---- Sums by their definition
+// --------------------------------------------------------
+
+template <class T> void convolveLines(const T* x, int nx, const T* y, int ny, T* z) {
+    for (int k = 0; k < nx + ny - 1; ++k) {
+        T sum = 0;
+        const int end = std::min(nx, k + 1);
+        for (int i = std::max(0, k - ny + 1); i < end; ++i) sum += x[i] * y[k - i];
+        z[k] = sum;
+    }
+}
+
+template <class T> void correlateLines(const T* x, int nx, const T* y, int ny, T* z) {
+    for (int lag = 1 - nx; lag < ny; ++lag) {
+        T sum = 0;
+        const int end = std::min(nx, ny - lag);
+        for (int i = std::max(0, -lag); i < end; ++i) sum += x[i] * y[i + lag];
+        *z++ = sum;
+    }
+}
+
+template <class T>
+void convolveGrids(const T* x, const int* nx, const T* y, const int* ny, T* z) {
+    for (int l = 0; l < nx[1] + ny[1] - 1; ++l)
+        for (int k = 0; k < nx[0] + ny[0] - 1; ++k) {
+            T sum = 0;
+            const int lines = std::min(nx[1], l + 1), end = std::min(nx[0], k + 1);
+            for (int j = std::max(0, l - ny[1] + 1); j < lines; ++j)
+                for (int i = std::max(0, k - ny[0] + 1); i < end; ++i)
+                    sum += x[j * nx[0] + i] * y[(l - j) * ny[0] + k - i];
+            *z++ = sum;
+        }
+}
+
+template <class T>
+constexpr SumPeer<T> sumPeers = {convolveLines<T>, correlateLines<T>, convolveGrids<T>};
+
 } // namespace
 
 Peers QORKES_PEERS() {
     return {kernelPeers<double>, kernelPeers<float>, streamPeers<std::uint32_t>,
             streamPeers<double>, streamPeers<float>, pointPeers,
-            drawnDoubles,        drawnSingles,       drawnIntegers};
+            drawnDoubles,        drawnSingles,       drawnIntegers,
+            sumPeers<double>,    sumPeers<float>};
 }
 
 } // namespace qorkes::bench

@@ -23,6 +23,13 @@ template <class T> struct StreamPeer {
 
 /// Of quasi-random points, by all that are timed.
 constexpr int quasiDimensions = 10;
+/// Sums by their definition, of all places of the full result. A grid has two
+/// dimensions, the first varying fastest.
+template <class T> struct SumPeer {
+    void (*convolveLines)(const T* x, int nx, const T* y, int ny, T* z);
+    void (*correlateLines)(const T* x, int nx, const T* y, int ny, T* z);
+    void (*convolveGrids)(const T* x, const int* nx, const T* y, const int* ny, T* z);
+};
 
 struct Peers {
     std::span<const KernelPeer<double>> doubles;
@@ -34,6 +41,8 @@ struct Peers {
     std::span<const StreamPeer<double>> drawnDoubles;
     std::span<const StreamPeer<float>> drawnSingles;
     std::span<const StreamPeer<std::int32_t>> drawnIntegers;
+    SumPeer<double> doubleSums;
+    SumPeer<float> singleSums;
 };
 
 // In the same order.

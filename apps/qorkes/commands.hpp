@@ -10,6 +10,7 @@ namespace qorkes {
 
 void addApply(CLI::App& app);
 void addConv(CLI::App& app);
+void addCorr(CLI::App& app);
 void addDraw(CLI::App& app);
 void addFft(CLI::App& app);
 void addList(CLI::App& app);

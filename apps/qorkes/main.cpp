@@ -10,6 +10,7 @@ int main(int argc, char** argv) {
     app.get_formatter()->column_width(28);
     qorkes::addApply(app);
     qorkes::addConv(app);
+    qorkes::addCorr(app);
     qorkes::addDraw(app);
     qorkes::addFft(app);
     qorkes::addList(app);

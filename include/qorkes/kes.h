@@ -949,6 +949,267 @@ QORKES_API float __kessLn(float x);
 QORKES_API double __kesdFloor(double x);
 QORKES_API double __kesdSqrt(double x);
 
-/* ---- Tasks: convolution and correlation ---------------------------------------- */
+/* ---- Tasks: convolution and correlation --------------------------------------------
+ *
+ * In one dimension, with arrays x, y and z of nx, ny and nz elements:
+ *
+ *     convolution   z[k] = sum over j of x[j] y[start + k dec - j]
+ *     correlation   z[k] = sum over i of x[i] y[i + start + k dec]
+ *
+ * over all indices that lie inside both arrays; an empty sum is 0. In several dimensions
+ * every index has that many entries, and start and dec one for each. The full result has
+ * nx + ny - 1 places in a dimension: 0 to nx + ny - 2 of a convolution, the lags 1 - nx
+ * to ny - 1 of a correlation. z is any part of it, every dec-th place from start on:
+ *
+ *     const double x[3] = {1, 2, 3}, y[5] = {4, 5, 6, 7, 8};
+ *     double z[7];
+ *     const int nx = 3, ny = 5, nz = 7;
+ *     TaskRecord* task;
+ *     __kesNewTask(&task, KesTaskConvolution, 0, KesTaskModeAuto, 0, KesTaskDouble, 1,
+ *                  &nx, &ny, &nz);
+ *     __kesExec(task, x, 0, y, 0, z, 0);     z: 4 13 28 34 40 37 24
+ *     __kesDeleteTask(&task);
+ *
+ * As a correlation, from lag -2 on, the same gives 12 23 32 38 44 23 8.
+ *
+ * In memory dimension 0 varies fastest. Two dimensions, two rows of x and y each:
+ *
+ *     const int xshape[2] = {2, 2}, yshape[2] = {3, 2}, zshape[2] = {4, 3};
+ *     x:  1 2     y:  1 0 0     z:  1 2 0 0
+ *         3 4         0 1 0         3 5 2 0
+ *                                   0 3 4 0
+ *
+ * A stride tells how far apart, in elements, neighbours of a dimension lie. A null
+ * pointer stands for dense strides: 1, and from there on the products of the shape. With
+ * a negative stride the pointer is still the lowest address, and element 0 lies furthest
+ * from it. Stride 0 repeats one element of x or y.
+ *
+ * A task is made once and executed any number of times. A failure sticks: once an edit
+ * or an execution has failed, every further edit, commit, copy and execution returns
+ * that status at once, and only deleting works. A task belongs to one thread at a time;
+ * different tasks may run in parallel.
+ */
+
+#define KesStatusCcNotImplemented (-2000) /* no kernel for this combination */
+#define KesStatusCcNullX          (-2011)
+#define KesStatusCcBadXShape      (-2012) /* an entry below 1 */
+#define KesStatusCcNullY          (-2021)
+#define KesStatusCcBadYShape      (-2022) /* an entry below 1 */
+#define KesStatusCcNullZ          (-2031)
+#define KesStatusCcBadZShape      (-2032) /* an entry below 1 */
+#define KesStatusCcBadZStride     (-2033) /* a stride of zero */
+#define KesStatusCcBadStart       (-2034) /* outside the full result */
+#define KesStatusCcBadDecimation  (-2035) /* below 1, or past the full result */
+#define KesStatusCcNoMemory       (-2101) /* no memory for a work array */
+#define KesStatusCcFftFailed      (-2102)
+#define KesStatusCcBadParameter   (-2211) /* parameter code outside 1 to 19 */
+#define KesStatusCcFixedParameter (-2212) /* parameter that cannot be edited */
+#define KesStatusCcNoRelease      (-2220) /* private data without a release */
+#define KesStatusCcCopyFailed     (-2230) /* private data could not be cloned */
+#define KesStatusCcDeleteFailed   (-2240) /* deleted, but its private data failed */
+
+#define KesTaskConvolution 1
+#define KesTaskCorrelation 2
+
+#define KesTaskModeAuto   0
+#define KesTaskModeDirect 1
+#define KesTaskModeFft    2
+
+#define KesTaskSingle 1
+#define KesTaskDouble 2 /* as any number but 1 */
+
+/* What __kesEditTask can change. */
+#define KesTaskParamMode         3
+#define KesTaskParamEditWord     4
+#define KesTaskParamStart        5
+#define KesTaskParamDecimation   6
+#define KesTaskParamInternalType 9
+
+#define KesTaskMaxRank 7
+
+struct TaskRecord;
+typedef int (*KesTaskRelease)(struct TaskRecord* task, void* privateData);
+typedef int (*KesTaskClone)(struct TaskRecord* newTask, void** newPrivateData,
+                            void* privateData);
+
+/* A task. The shape, start, decimation and stride arrays are the task's own copies;
+ * x alone is the caller's array and has to stay as long as the task executes on it. */
+typedef struct TaskRecord {
+    int32_t status; /* 0, or the first failure */
+    int32_t job;    /* 1: convolution; any other: correlation */
+    int32_t callerWordA;
+    int32_t mode;
+    int32_t editWord;
+    int32_t* start;      /* null: the default */
+    int32_t* decimation; /* null: 1 in every dimension */
+    int32_t callerWordB;
+    int32_t dataType;     /* 1: the arrays hold floats; any other: doubles */
+    int32_t internalType; /* 1: computed in single precision; any other: double */
+    int32_t rank;
+    int32_t* xshape;
+    int32_t* yshape;
+    int32_t* zshape;
+    int32_t* xstride; /* of the fixed operand */
+    const void* x;    /* the fixed operand, or null */
+    int32_t startStore[KesTaskMaxRank];
+    int32_t decimationStore[KesTaskMaxRank];
+    int32_t xshapeStore[KesTaskMaxRank];
+    int32_t yshapeStore[KesTaskMaxRank];
+    int32_t zshapeStore[KesTaskMaxRank];
+    int32_t xstrideStore[KesTaskMaxRank];
+    int32_t committed; /* 1 after a commit or an execution, 0 after an edit */
+    void* privateData; /* for extensions; null in the tasks made here */
+    KesTaskRelease privateRelease;
+    KesTaskClone privateClone;
+} TaskRecord;
+
+/* Makes a task. callerWordA and callerWordB are kept for the caller; type goes for the
+ * data and the arithmetic; rank is at most KesTaskMaxRank, and the shapes have that
+ * many entries. Nothing of this is tested here: shapes are tested by the execution.
+ * Status: KesStatusNullPointer for a null address, KesStatusNoMemory. */
+QORKES_API int __kesNewTask(TaskRecord** task, int job, int callerWordA, int mode,
+                            int callerWordB, int type, int rank, const int* xshape,
+                            const int* yshape, const int* zshape);
+
+/* The same with a fixed operand x of strides xstride (null: dense) for __kesExecX. */
+QORKES_API int __kesNewTaskX(TaskRecord** task, int job, int callerWordA, int mode,
+                             int callerWordB, int type, int rank, const int* xshape,
+                             const int* yshape, const int* zshape, const void* x,
+                             const int* xstride);
+
+/* An independent copy of a healthy task; of x the pointer. Private data goes through
+ * privateClone; if that fails, there is no copy: KesStatusCcCopyFailed. */
+QORKES_API int __kesCopyTask(TaskRecord** newTask, const TaskRecord* task);
+
+/* Frees the task and clears the pointer; a null task is no failure. Private data goes
+ * through privateRelease and free; KesStatusCcDeleteFailed if the release failed. */
+QORKES_API int __kesDeleteTask(TaskRecord** task);
+
+/* Changes a parameter to what stands at `value`: one word, or for start and decimation
+ * one word a dimension. A code that cannot be edited or a null value is a failure that
+ * sticks. */
+QORKES_API int __kesEditTask(TaskRecord* task, int parameter, const void* value);
+
+/* Marks a healthy task as ready; executions do so by themselves. */
+QORKES_API int __kesCommitTask(TaskRecord* task);
+
+/* The task's status; the setter returns the one before. The task is not tested. */
+QORKES_API int __kesccSetStatus(TaskRecord* task, int status);
+QORKES_API int __kesccGetStatus(const TaskRecord* task);
+
+/* Executes a task on arrays of its data type, each with an array of rank strides or
+ * null. z must not overlap x and y.
+ *
+ * Missing parameters: dec is 1; start is 0, and in a correlation the first lag,
+ * 1 - xshape. Rank 1 is computed by the direct kernels in KesTaskModeDirect and by the
+ * FFT kernels in any other mode; any other rank by the direct kernels, and refused in
+ * KesTaskModeFft. Doubles are not computed in single precision: rank 1 refuses, other
+ * ranks use the double kernel. What is refused gives KesStatusCcNotImplemented.
+ *
+ * Status: the task's own if that is a failure; else that of the kernel, which the task
+ * keeps. Kernels test before they write to z; KesStatusCcNoMemory leaves z alone too. */
+QORKES_API int __kesExec(TaskRecord* task, const void* x, const int* xstride,
+                         const void* y, const int* ystride, void* z,
+                         const int* zstride);
+
+/* The same with the x and xstride of the task. */
+QORKES_API int __kesExecX(TaskRecord* task, const void* y, const int* ystride, void* z,
+                          const int* zstride);
+
+/* ---- Kernels of the tasks ----------------------------------------------------------
+ *
+ * Names: Conv or Corr; DD double data and arithmetic, SD float data and double
+ * arithmetic, SS float data and arithmetic; Direct1D sums, Fft1D transforms (zubsConv),
+ * DirectAll sums in 2 to 7 dimensions and computes nothing in others. Shapes are
+ * numbers of elements; the arrays of DirectAll have an entry for each dimension.
+ *
+ * Tests of Direct1D and Fft1D: x null, xshape below 1; y null, yshape below 1; z null,
+ * zshape below 1, zstride 0; start outside the full result; decimation below 1 or a last
+ * element of z outside the full result. DirectAll tests x, y, z for null, and then in
+ * each dimension the shapes, zstride, start and decimation.
+ *
+ * Direct kernels, double: products are summed in extended precision (as the caller has
+ * set the x87 unit), rounded once in one dimension and after each run over dimension 0
+ * in several. Float: every product and sum is rounded, and in one dimension the order of
+ * summation depends on the address of y. FFT kernels: see zubsConv for the error.
+ *
+ * DirectAll does not look at the stride of dimension 0 where those of the higher
+ * dimensions are dense: it reads and writes such an array as dense altogether.
+ * (SD and the x of a convolution keep to all their strides.)
+ *
+ * Of the _nodec forms, which have no decimation, the two of SSDirect1D compute; the
+ * others return KesStatusCcNotImplemented.
+ */
+typedef int KesTaskKernelD(const double* x, int xstride, const double* y, int ystride,
+                           double* z, int zstride, int xshape, int yshape, int start,
+                           int zshape, int decimation);
+typedef int KesTaskKernelS(const float* x, int xstride, const float* y, int ystride,
+                           float* z, int zstride, int xshape, int yshape, int start,
+                           int zshape, int decimation);
+typedef int KesTaskKernelNodecD(const double* x, int xstride, const double* y,
+                                int ystride, double* z, int zstride, int xshape,
+                                int yshape, int start, int zshape);
+typedef int KesTaskKernelNodecS(const float* x, int xstride, const float* y,
+                                int ystride, float* z, int zstride, int xshape,
+                                int yshape, int start, int zshape);
+typedef int KesTaskKernelAllD(int rank, const double* x, const int* xshape,
+                              const int* xstride, const double* y, const int* yshape,
+                              const int* ystride, double* z, const int* zshape,
+                              const int* zstride, const int* start,
+                              const int* decimation);
+typedef int KesTaskKernelAllS(int rank, const float* x, const int* xshape,
+                              const int* xstride, const float* y, const int* yshape,
+                              const int* ystride, float* z, const int* zshape,
+                              const int* zstride, const int* start,
+                              const int* decimation);
+typedef int KesTaskKernelAllNodecD(int rank, const double* x, const int* xshape,
+                                   const int* xstride, const double* y,
+                                   const int* yshape, const int* ystride, double* z,
+                                   const int* zshape, const int* zstride,
+                                   const int* start);
+typedef int KesTaskKernelAllNodecS(int rank, const float* x, const int* xshape,
+                                   const int* xstride, const float* y,
+                                   const int* yshape, const int* ystride, float* z,
+                                   const int* zshape, const int* zstride,
+                                   const int* start);
+
+QORKES_API KesTaskKernelD _kesConvDDDirect1D_dec;
+QORKES_API KesTaskKernelS _kesConvSDDirect1D_dec;
+QORKES_API KesTaskKernelS _kesConvSSDirect1D_dec;
+QORKES_API KesTaskKernelD _kesCorrDDDirect1D_dec;
+QORKES_API KesTaskKernelS _kesCorrSDDirect1D_dec;
+QORKES_API KesTaskKernelS _kesCorrSSDirect1D_dec;
+QORKES_API KesTaskKernelNodecD _kesConvDDDirect1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesConvSDDirect1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesConvSSDirect1D_nodec;
+QORKES_API KesTaskKernelNodecD _kesCorrDDDirect1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesCorrSDDirect1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesCorrSSDirect1D_nodec;
+
+QORKES_API KesTaskKernelAllD _kesConvDDDirectAll_dec;
+QORKES_API KesTaskKernelAllS _kesConvSDDirectAll_dec;
+QORKES_API KesTaskKernelAllS _kesConvSSDirectAll_dec;
+QORKES_API KesTaskKernelAllD _kesCorrDDDirectAll_dec;
+QORKES_API KesTaskKernelAllS _kesCorrSDDirectAll_dec;
+QORKES_API KesTaskKernelAllS _kesCorrSSDirectAll_dec;
+QORKES_API KesTaskKernelAllNodecD _kesConvDDDirectAll_nodec;
+QORKES_API KesTaskKernelAllNodecS _kesConvSDDirectAll_nodec;
+QORKES_API KesTaskKernelAllNodecS _kesConvSSDirectAll_nodec;
+QORKES_API KesTaskKernelAllNodecD _kesCorrDDDirectAll_nodec;
+QORKES_API KesTaskKernelAllNodecS _kesCorrSDDirectAll_nodec;
+QORKES_API KesTaskKernelAllNodecS _kesCorrSSDirectAll_nodec;
+
+QORKES_API KesTaskKernelD _kesConvDDFft1D_dec;
+QORKES_API KesTaskKernelS _kesConvSDFft1D_dec;
+QORKES_API KesTaskKernelS _kesConvSSFft1D_dec;
+QORKES_API KesTaskKernelD _kesCorrDDFft1D_dec;
+QORKES_API KesTaskKernelS _kesCorrSDFft1D_dec;
+QORKES_API KesTaskKernelS _kesCorrSSFft1D_dec;
+QORKES_API KesTaskKernelNodecD _kesConvDDFft1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesConvSDFft1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesConvSSFft1D_nodec;
+QORKES_API KesTaskKernelNodecD _kesCorrDDFft1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesCorrSDFft1D_nodec;
+QORKES_API KesTaskKernelNodecS _kesCorrSSFft1D_nodec;
 
 #endif

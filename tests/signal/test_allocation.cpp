@@ -10,54 +10,18 @@ using namespace qorkes::test;
 TEST(Allocation, NeedsMallocForItself) { GTEST_SKIP() << "the sanitizer has malloc"; }
 #else
 
-extern "C" void* __libc_malloc(size_t);
-extern "C" void __libc_free(void*);
-
-namespace {
-
-struct Ledger {
-    bool watching, keeping;
-    int failingCall; // counted from 1, 0 for none
-    int calls, live;
-    size_t largest;
-};
-Ledger ledger;
-
-/// Watches what `call` allocates.
-template <class Call> int watched(int failingCall, Call call) {
-    ledger = {true, false, failingCall, 0, 0, 0};
-    const int status = call();
-    ledger.watching = false;
-    return status;
-}
-
-} // namespace
-
-void* malloc(size_t size) {
-    if (!ledger.watching) return __libc_malloc(size);
-    ledger.largest = std::max(ledger.largest, size);
-    if (++ledger.calls == ledger.failingCall) return nullptr;
-    ++ledger.live;
-    return __libc_malloc(size);
-}
-void free(void* p) {
-    if (ledger.watching && p) --ledger.live;
-    if (!ledger.keeping) __libc_free(p);
-}
+#include <support/ledger.hpp>
 
 namespace {
 
 template <class T> struct Allocation : testing::Test {};
 TYPED_TEST_SUITE(Allocation, Precisions);
 
-/// Lets the 1st, 2nd, ... allocation fail until `call` makes no further one.
 template <class Call> int failingEach(Call call) {
-    for (int k = 1;; ++k) {
-        const int status = watched(k, call);
-        if (ledger.calls < k) return k - 1;
+    return qorkes::test::failingEach(call, [](int status, int k) {
         EXPECT_EQ(status, ZubStatusMemoryError) << "call " << k;
         EXPECT_EQ(ledger.live, 0) << "call " << k;
-    }
+    });
 }
 
 TYPED_TEST(Allocation, EveryFailureIsReportedAndLeavesNothing) {

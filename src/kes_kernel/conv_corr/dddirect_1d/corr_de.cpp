@@ -1,0 +1,12 @@
+// _kesCorrDDDirect1D_dec: correlation of doubles by direct sums.
+#include <kes_kernel/conv_corr/direct_1d.hpp>
+
+using namespace qorkes;
+
+int _kesCorrDDDirect1D_dec(const double* x, int xstride, const double* y, int ystride,
+                           double* z, int zstride, int xshape, int yshape, int start,
+                           int zshape, int decimation) {
+    return direct1d<Job::correlation, double, double>({x, xstride, y, ystride, z,
+                                                       zstride, xshape, yshape, start,
+                                                       zshape, decimation});
+}

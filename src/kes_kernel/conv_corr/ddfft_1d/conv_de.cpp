@@ -1,0 +1,12 @@
+// _kesConvDDFft1D_dec: convolution of doubles by FFT.
+#include <kes_kernel/conv_corr/fft_1d.hpp>
+
+using namespace qorkes;
+
+int _kesConvDDFft1D_dec(const double* x, int xstride, const double* y, int ystride,
+                        double* z, int zstride, int xshape, int yshape, int start,
+                        int zshape, int decimation) {
+    return fft1d<Job::convolution, double, double>({x, xstride, y, ystride, z, zstride,
+                                                    xshape, yshape, start, zshape,
+                                                    decimation});
+}

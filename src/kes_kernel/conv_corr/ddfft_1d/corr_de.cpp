@@ -1,0 +1,12 @@
+// _kesCorrDDFft1D_dec: correlation of doubles by FFT.
+#include <kes_kernel/conv_corr/fft_1d.hpp>
+
+using namespace qorkes;
+
+int _kesCorrDDFft1D_dec(const double* x, int xstride, const double* y, int ystride,
+                        double* z, int zstride, int xshape, int yshape, int start,
+                        int zshape, int decimation) {
+    return fft1d<Job::correlation, double, double>({x, xstride, y, ystride, z, zstride,
+                                                    xshape, yshape, start, zshape,
+                                                    decimation});
+}

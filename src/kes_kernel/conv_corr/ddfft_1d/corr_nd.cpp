@@ -1,0 +1,7 @@
+// _kesCorrDDFft1D_nodec: does nothing; _kesCorrDDFft1D_dec computes.
+#include <qorkes/kes.h>
+
+int _kesCorrDDFft1D_nodec(const double*, int, const double*, int, double*, int, int,
+                          int, int, int) {
+    return KesStatusCcNotImplemented;
+}

@@ -1,0 +1,7 @@
+// _kesCorrSDDirect1D_nodec: does nothing; _kesCorrSDDirect1D_dec computes.
+#include <qorkes/kes.h>
+
+int _kesCorrSDDirect1D_nodec(const float*, int, const float*, int, float*, int, int,
+                             int, int, int) {
+    return KesStatusCcNotImplemented;
+}

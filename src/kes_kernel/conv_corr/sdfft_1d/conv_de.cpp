@@ -1,0 +1,12 @@
+// _kesConvSDFft1D_dec: convolution of floats with double arithmetic by FFT.
+#include <kes_kernel/conv_corr/fft_1d.hpp>
+
+using namespace qorkes;
+
+int _kesConvSDFft1D_dec(const float* x, int xstride, const float* y, int ystride,
+                        float* z, int zstride, int xshape, int yshape, int start,
+                        int zshape, int decimation) {
+    return fft1d<Job::convolution, float, double>({x, xstride, y, ystride, z, zstride,
+                                                   xshape, yshape, start, zshape,
+                                                   decimation});
+}

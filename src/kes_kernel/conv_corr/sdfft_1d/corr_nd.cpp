@@ -1,0 +1,7 @@
+// _kesCorrSDFft1D_nodec: does nothing; _kesCorrSDFft1D_dec computes.
+#include <qorkes/kes.h>
+
+int _kesCorrSDFft1D_nodec(const float*, int, const float*, int, float*, int, int, int,
+                          int, int) {
+    return KesStatusCcNotImplemented;
+}

@@ -1,0 +1,12 @@
+// _kesConvSSFft1D_dec: convolution of floats by FFT.
+#include <kes_kernel/conv_corr/fft_1d.hpp>
+
+using namespace qorkes;
+
+int _kesConvSSFft1D_dec(const float* x, int xstride, const float* y, int ystride,
+                        float* z, int zstride, int xshape, int yshape, int start,
+                        int zshape, int decimation) {
+    return fft1d<Job::convolution, float, float>({x, xstride, y, ystride, z, zstride,
+                                                  xshape, yshape, start, zshape,
+                                                  decimation});
+}

@@ -1,0 +1,7 @@
+// _kesCorrSSFft1D_nodec: does nothing; _kesCorrSSFft1D_dec computes.
+#include <qorkes/kes.h>
+
+int _kesCorrSSFft1D_nodec(const float*, int, const float*, int, float*, int, int, int,
+                          int, int) {
+    return KesStatusCcNotImplemented;
+}
