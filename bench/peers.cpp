@@ -4,6 +4,7 @@
 #include <boost/random/linear_congruential.hpp>
 #include <boost/random/mersenne_twister.hpp>
 #include <boost/random/uniform_real_distribution.hpp>
+#include <gsl/gsl_qrng.h>
 #include <gsl/gsl_rng.h>
 
 #include <algorithm>
@@ -113,6 +114,23 @@ const StreamPeer<T> streamPeers[] = {
     {"GSL taus88", fillFromGsl<gsl_rng_taus, T>},
 };
 
+/// Points of a quasi-random sequence of the GNU Scientific Library, begun anew before
+/// it ends.
+template <const gsl_qrng_type* const& type> void fillWithPoints(int n, double* y) {
+    static gsl_qrng* const sequence = gsl_qrng_alloc(type, quasiDimensions);
+    static int drawn = 0;
+    if ((drawn += n) > 1 << 30) {
+        gsl_qrng_init(sequence);
+        drawn = n;
+    }
+    for (int i = 0; i < n; i += quasiDimensions) gsl_qrng_get(sequence, y + i);
+}
+
+const StreamPeer<double> pointPeers[] = {
+    {"GSL sobol", fillWithPoints<gsl_qrng_sobol>},
+    {"GSL niederreiter_2", fillWithPoints<gsl_qrng_niederreiter_2>},
+};
+
 template <class T> void convolveLines(const T* x, int nx, const T* y, int ny, T* z) {
     for (int k = 0; k < nx + ny - 1; ++k) {
         T sum = 0;
@@ -151,8 +169,8 @@ constexpr SumPeer<T> sumPeers = {convolveLines<T>, correlateLines<T>, convolveGr
 
 Peers QORKES_PEERS() {
     return {kernelPeers<double>, kernelPeers<float>, streamPeers<std::uint32_t>,
-            streamPeers<double>, streamPeers<float>, sumPeers<double>,
-            sumPeers<float>};
+            streamPeers<double>, streamPeers<float>, pointPeers,
+            sumPeers<double>,    sumPeers<float>};
 }
 
 } // namespace qorkes::bench

@@ -21,6 +21,9 @@ template <class T> struct StreamPeer {
     void (*fill)(int n, T* y);
 };
 
+/// Of quasi-random points, by all that are timed.
+constexpr int quasiDimensions = 10;
+
 /// Sums by their definition, of all places of the full result. A grid has two
 /// dimensions, the first varying fastest.
 template <class T> struct SumPeer {
@@ -35,6 +38,7 @@ struct Peers {
     std::span<const StreamPeer<std::uint32_t>> words;
     std::span<const StreamPeer<double>> uniformDoubles;
     std::span<const StreamPeer<float>> uniformSingles;
+    std::span<const StreamPeer<double>> points; // of quasiDimensions components each
     SumPeer<double> doubleSums;
     SumPeer<float> singleSums;
 };

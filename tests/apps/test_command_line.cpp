@@ -21,7 +21,7 @@ TEST(Program, RefusesWrongCommandLinesInOneLine) {
     const struct {
         std::vector<std::string> arguments, words;
     } cases[] = {
-        {{}, {"COMMAND", "apply, conv, draw, fft, list, stream"}},
+        {{}, {"COMMAND", "apply, conv, corr, draw, fft, list, stream"}},
         {{"aply"}, {"aply", "qorkes --help"}},
         {{"apply"}, {"FUNCTION", "qorkes apply --help"}},
         {{"apply", "Sqrt", "--colum", "1"}, {"--colum", "qorkes apply --help"}},
@@ -56,6 +56,19 @@ TEST(Program, RefusesWrongCommandLinesInOneLine) {
         {{"draw", "uniform", "--leapfrog", "3"}, {"--leapfrog", "'3'", "K/N"}},
         {{"draw", "uniform", "--leapfrog", "3/3"}, {"--leapfrog", "'3'", "0 to 2"}},
         {{"draw", "uniform", "--leapfrog", "0/0"}, {"--leapfrog", "'0'", "from 1"}},
+        {{"draw", "uniform", "--dimensions", "2"}, {"--dimensions", "MCG59"}},
+        {{"draw", "uniform", "--generator", "WH:273"}, {"WH", "'273'", "0 to 272"}},
+        {{"draw", "uniform", "--generator", "Sobol", "--seed", "1"},
+         {"--seed", "Sobol", "--dimensions"}},
+        {{"draw", "uniform", "--generator", "Sobol", "--dimensions", "41"},
+         {"--dimensions", "1 to 40"}},
+        {{"draw", "uniform", "--generator", "Niederreiter", "--dimensions", "0"},
+         {"--dimensions", "1 to 318"}},
+        {{"draw", "uniform", "--generator", "Sobol", "--dimensions", "3", "--leapfrog",
+          "0/2"},
+         {"--leapfrog", "must be 3", "2"}},
+        {{"draw", "uniform", "--generator", "Sobol", "--skip", "0"},
+         {"--skip 0", "Sobol"}},
         {{"draw", "uniform", "--summary", "--binary"}, {"--summary", "--binary"}},
         {{"apply", "Div", "--with-column", "2"}, {"--with-column", "--with"}},
     };
