@@ -257,8 +257,7 @@ const StreamPeer<std::int32_t> drawnIntegers[] = {
         [] { return boosted::negative_binomial_distribution<>(50, 0.1); }),
 };
 
-// ---- Sums by their definition
-// --------------------------------------------------------
+// ---- Sums by their definition -------------------------------------------------------
 
 template <class T> void convolveLines(const T* x, int nx, const T* y, int ny, T* z) {
     for (int k = 0; k < nx + ny - 1; ++k) {

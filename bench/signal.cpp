@@ -1,6 +1,7 @@
 // The rows for signal primitives. Real forward transforms against FFTW with measured
 // plans, made beforehand on both sides; convolutions with the plans made inside the
 // call; copies and clears against the C library.
+#include "arrays.hpp"
 #include "driver.hpp"
 
 #include <qorkes/zubs.h>
@@ -9,7 +10,6 @@
 
 #include <cstring>
 #include <memory>
-#include <random>
 #include <stdexcept>
 
 namespace qorkes::bench {
@@ -17,16 +17,6 @@ namespace {
 
 /// Keeps FFTW to its scalar code. Part of its interface, though not of its manual.
 constexpr unsigned scalarOnly = 1u << 17;
-
-/// An aligned array of random numbers, 16 bytes longer than asked for.
-template <class T> using Array = std::shared_ptr<T[]>;
-template <class T> Array<T> randomArray(int n) {
-    Array<T> x(static_cast<T*>(zubsMalloc_8u(n * int{sizeof(T)} + 16)), zubsFree);
-    std::minstd_rand generator(1);
-    std::uniform_real_distribution<T> uniform(-1, 1);
-    for (int i = 0; i < n; ++i) x[i] = uniform(generator);
-    return x;
-}
 
 // Both libraries, each precision under one name.
 template <class T> struct Both;

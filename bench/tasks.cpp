@@ -1,25 +1,15 @@
 // The rows for tasks of convolution and correlation, of the full result each: direct
 // kernels and FFT kernels against loops that sum by the definition.
+#include "arrays.hpp"
 #include "driver.hpp"
 #include "peers.hpp"
 
 #include <qorkes/kes.h>
 
-#include <memory>
-#include <random>
 #include <stdexcept>
 
 namespace qorkes::bench {
 namespace {
-
-template <class T> using Array = std::shared_ptr<T[]>;
-template <class T> Array<T> randomArray(int n) {
-    Array<T> x(new T[size_t(n)]);
-    std::minstd_rand generator(1);
-    std::uniform_real_distribution<T> uniform(-1, 1);
-    for (int i = 0; i < n; ++i) x[i] = uniform(generator);
-    return x;
-}
 
 struct Work {
     int job, mode, rank;

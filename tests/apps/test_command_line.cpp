@@ -21,7 +21,7 @@ TEST(Program, RefusesWrongCommandLinesInOneLine) {
     const struct {
         std::vector<std::string> arguments, words;
     } cases[] = {
-        {{}, {"COMMAND", "apply, conv, draw, fft, list, stream"}},
+        {{}, {"COMMAND", "apply, conv, corr, draw, fft, list, stream"}},
         {{"aply"}, {"aply", "qorkes --help"}},
         {{"apply"}, {"FUNCTION", "qorkes apply --help"}},
         {{"apply", "Sqrt", "--colum", "1"}, {"--colum", "qorkes apply --help"}},

@@ -1,6 +1,8 @@
 // The kernels of the tasks: sums in their stated order, places, strides, tests.
 #include "operation.hpp"
 
+#include <support/stack.hpp>
+
 #include <climits>
 #include <cmath>
 #include <cstring>
@@ -98,6 +100,12 @@ TEST(DirectKernels, FloatLinesWithinTheirRounding) {
     });
 }
 
+void runKernel(const Kernel<float>* kernel, const Operation* o, const float* x,
+               const float* y, float* z) {
+    EXPECT_EQ(kernel->run(*o, x, y, z), KesStatusOk);
+}
+
+// Arrays off the boundaries of a float, and a stack off that of a register.
 TEST(DirectKernels, FloatLinesOffTheirAlignment) {
     std::minstd_rand random(3);
     Operation o = {KesTaskCorrelation, 1,  {{40}, {1}}, {{80}, {1}},
@@ -108,8 +116,10 @@ TEST(DirectKernels, FloatLinesOffTheirAlignment) {
     for (size_t offset = 0; offset < 32; ++offset) {
         std::memcpy(xbytes.data() + 31 - offset, data.x.data(), 160);
         std::memcpy(ybytes.data() + offset, data.y.data(), 320);
-        ssDirect[1].run(o, reinterpret_cast<float*>(xbytes.data() + 31 - offset),
-                        reinterpret_cast<float*>(ybytes.data() + offset),
+        callOffBoundary(offset % 16 / 4 * 4, runKernel, &ssDirect[1],
+                        const_cast<const Operation*>(&o),
+                        reinterpret_cast<const float*>(xbytes.data() + 31 - offset),
+                        reinterpret_cast<const float*>(ybytes.data() + offset),
                         reinterpret_cast<float*>(zbytes.data() + offset));
         for (int q = 0; q < 101; ++q) {
             float z;
@@ -118,6 +128,26 @@ TEST(DirectKernels, FloatLinesOffTheirAlignment) {
                         double(output<Extended>(o, data.x.data(), data.y.data(), &q)),
                         40 * 0x1p-23);
         }
+    }
+}
+
+TEST(DirectKernels, FloatGridsOnAnyStack) {
+    std::minstd_rand random(3);
+    const Operation o = {KesTaskCorrelation,
+                         2,
+                         {{5, 4}, {1, 5}},
+                         {{9, 9}, {1, 9}},
+                         {{9, 9}, {1, 9}},
+                         {},
+                         {1, 1}};
+    const Data<float> data(o, random);
+    std::vector<float> expected = data.z;
+    ssAll[1].run(o, data.x.data(), data.y.data(), expected.data());
+    for (uintptr_t offset : {4, 8, 12}) {
+        std::vector<float> z = data.z;
+        callOffBoundary(offset, runKernel, &ssAll[1], &o, data.x.data(), data.y.data(),
+                        z.data());
+        EXPECT_EQ(z, expected);
     }
 }
 

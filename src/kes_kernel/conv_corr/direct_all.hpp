@@ -37,7 +37,7 @@ template <class T> struct Plane {
     }
 };
 
-/// Where the runs of a box begin: this place of dimension 0, `lines` lines of each
+/// Where the runs of a box begin: this place of dimension 0, `count` lines of each
 /// plane.
 struct Lines {
     Overlap run;

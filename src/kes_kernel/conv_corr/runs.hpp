@@ -93,8 +93,6 @@ template <Lanes lanes> struct FloatRuns {
         else
             _mm_storeu_ps(z, _mm_shuffle_ps(sum, sum, _MM_SHUFFLE(0, 1, 2, 3)));
     }
-
-private:
     static __m128 element(const float* p, bool moves) {
         return lanes == Lanes::one ? _mm_load_ss(p)
                : moves             ? _mm_loadu_ps(p)
