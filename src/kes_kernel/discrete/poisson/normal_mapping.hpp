@@ -7,6 +7,7 @@
 #include <common/bits.hpp>
 #include <kes_kernel/discrete/in_place.hpp>
 #include <kes_kernel/discrete/polynomial.hpp>
+#include <kes_kernel/discrete/truncate.hpp>
 #include <kes_kernel/frame.hpp>
 #include <kes_kernel/kernels.hpp>
 
@@ -49,7 +50,7 @@ struct Large {
         const __m128 bend =
             _mm_mul_ps(timesPlus(timesPlus(e, lanes(b3), lanes(b2)), e, lanes(b1)), e);
         const __m128 y = _mm_add_ps(_mm_add_ps(bend, g), lanes(1));
-        return _mm_max_ps(_mm_setzero_ps(), y);
+        return _mm_max_ps(y, _mm_setzero_ps());
     }
 };
 
@@ -98,19 +99,33 @@ struct Small {
     }
 };
 
-/// The mapped floats, truncated to integers, in their place.
+/// Four mapped floats as integers; none is negative, an infinite normal makes them
+/// great.
+QORKES_INLINE void storeTruncated(int32_t* r, __m128 y) {
+    if (_mm_movemask_ps(_mm_cmpge_ps(y, lanes(0x1p31f)))) {
+        float great[4];
+        _mm_empty(); // the x87 unit shares its registers with what follows
+        _mm_storeu_ps(great, y);
+        for (int i = 0; i < 4; ++i) r[i] = truncate(ext{great[i]});
+        return;
+    }
+    auto* pairs = reinterpret_cast<__m64*>(r);
+    pairs[0] = _mm_cvttps_pi32(y);
+    pairs[1] = _mm_cvttps_pi32(_mm_movehl_ps(y, y));
+}
+
+/// Variates of n floats, in their place.
 template <class Map>
 QORKES_NOINLINE void mapInPlace(int n, int32_t* r, const Map& map) {
     const auto* x = reinterpret_cast<const FloatInPlace*>(r);
     int i = 0;
-    for (; i < n - 3; i += 4) {
-        const __m128 y = map(_mm_loadu_ps(x + i));
-        auto* pairs = reinterpret_cast<__m64*>(r + i);
-        pairs[0] = _mm_cvttps_pi32(y);
-        pairs[1] = _mm_cvttps_pi32(_mm_movehl_ps(y, y));
+    for (; i < n - 3; i += 4) storeTruncated(r + i, map(_mm_loadu_ps(x + i)));
+    for (; i < n; ++i) {
+        int32_t four[4];
+        storeTruncated(four, map(_mm_load_ss(x + i)));
+        r[i] = four[0];
     }
     _mm_empty();
-    for (; i < n; ++i) r[i] = _mm_cvttss_si32(map(_mm_load_ss(x + i)));
 }
 
 template <class Map>
