@@ -4,3 +4,5 @@ set(CMAKE_CXX_FLAGS_INIT -m32)
 set(CMAKE_LIBRARY_ARCHITECTURE i386-linux-gnu)
 set(CMAKE_C_LIBRARY_ARCHITECTURE i386-linux-gnu)
 set(CMAKE_CXX_LIBRARY_ARCHITECTURE i386-linux-gnu)
+# Builds for several architectures can be installed side by side.
+set(CMAKE_INSTALL_LIBDIR lib/i386-linux-gnu CACHE PATH "Libraries, below the prefix")

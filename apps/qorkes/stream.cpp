@@ -90,7 +90,7 @@ void addFile(CLI::App& command, std::string& path) {
 
 void addSave(CLI::App& app) {
     auto path = std::make_shared<std::string>();
-    auto source = std::make_shared<Source>();
+    auto source = std::make_shared<StreamSource>();
     CLI::App* command =
         app.add_subcommand("save", "Make a stream and write it to FILE");
     addFile(*command, *path);

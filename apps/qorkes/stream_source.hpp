@@ -27,16 +27,17 @@ struct Jumps {
     std::string leapfrog;
 };
 
-struct Source {
+struct StreamSource {
     std::string generator = "MT19937";
-    std::string seed = "1";
+    std::string seed; // empty: 1
     Jumps jumps;
+    std::string dimensions; // of points; empty: 1
 };
 
 void addJumpOptions(CLI::App& command, Jumps& jumps);
-void addSourceOptions(CLI::App& command, Source& source);
+void addSourceOptions(CLI::App& command, StreamSource& source);
 
-Stream newStream(const Source& source);
+Stream newStream(const StreamSource& source);
 void moveOn(StreamState* stream, const Jumps& jumps);
 
 /// The generator's row, or null if it is none of the library's own.

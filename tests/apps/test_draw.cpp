@@ -1,6 +1,7 @@
 #include "run.hpp"
 
 #include <algorithm>
+#include <fstream>
 
 using namespace qorkes;
 
@@ -64,6 +65,28 @@ TEST(Draw, SkipAndLeapfrogTakeElementsOfThePlainDraw) {
         }
 }
 
+TEST(Draw, PointsComeComponentByComponent) {
+    for (const char* generator : {"Sobol", "Niederreiter"}) {
+        const auto with = [&](const Lines& options) {
+            Lines arguments = {"uniform", "--generator", generator, "--dimensions",
+                               "3"};
+            arguments.insert(arguments.end(), options.begin(), options.end());
+            return draw(arguments);
+        };
+        const Lines plain = with({"--count", "60"});
+        EXPECT_EQ(Lines(plain.begin(), plain.begin() + 2), (Lines{"0.5", "0.5"}));
+        EXPECT_EQ(with({"--skip", "13"}), every(plain, 13, 1, 10));
+        EXPECT_EQ(with({"--leapfrog", "1/3"}), every(plain, 1, 3, 10));
+        EXPECT_EQ(with({"--leapfrog", "1/3", "--skip", "6"}), every(plain, 7, 3, 10));
+    }
+}
+
+TEST(Draw, MembersOfWhGiveFourWordsALine) {
+    const Lines lines =
+        draw({"bits", "--generator", "WH:272", "--seed", "5,6,7,8", "--count", "2"});
+    EXPECT_EQ(lines, (Lines{"5,6,7,8", "630,762,875,992"}));
+}
+
 TEST(Draw, UniformNumbersLieInTheirRange) {
     for (const char* precision : {"double", "single"})
         for (const std::string& line : draw({"uniform", "a=-3", "b=-2", "--count",
@@ -104,4 +127,35 @@ TEST(Draw, SummaryShowsExactMomentsAndAHistogram) {
             << lines[bar];
     }
     EXPECT_EQ(draw({"bits", "--count", "1", "--summary"}).size(), 9u);
+}
+
+TEST(Draw, PictureShowsNumbersAndTheirLaw) {
+    const TemporaryFile file("");
+    const std::string picture = file.path + ".svg";
+    const std::string path = std::getenv("PATH");
+    const auto drawn = [&](const std::string& distribution) {
+        draw({distribution, "--count", "1000", "--picture", picture});
+        std::ifstream svg(picture);
+        const std::string text(std::istreambuf_iterator<char>(svg), {});
+        EXPECT_NE(text.find("</svg>"), std::string::npos) << text;
+        EXPECT_NE(text.find("1000 numbers"), std::string::npos) << text;
+        return text;
+    };
+    EXPECT_NE(drawn("gaussian").find(">exact<"), std::string::npos);
+    EXPECT_EQ(drawn("bits").find(">exact<"), std::string::npos);
+    std::remove(picture.c_str());
+
+    setenv("PATH", "/nowhere", 1);
+    const Outcome outcome = run({"draw", "gaussian", "--picture", picture});
+    setenv("PATH", path.c_str(), 1);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.err.find("gnuplot"), std::string::npos) << outcome.err;
+    EXPECT_FALSE(std::ifstream(picture).is_open());
+}
+
+TEST(Draw, SummaryCountsFarTailsBesideTheHistogram) {
+    const Lines lines = draw({"cauchy", "--count", "10000", "--summary"});
+    EXPECT_NE(lines[10].find("below"), std::string::npos) << lines[10];
+    EXPECT_NE(lines.back().find("above"), std::string::npos) << lines.back();
+    EXPECT_GE(lines.size(), 9u + 1 + 8 + 2);
 }

@@ -14,7 +14,7 @@ struct Script {
     std::size_t next = 0;
     std::vector<int> counts; // of the draws so far
     int failAt = -1;         // index of the draw that returns `status`
-    int status = -77;
+    int status = -77;        // below 0 nothing is delivered
 };
 inline Script script;
 
@@ -23,14 +23,15 @@ namespace scripted {
 inline int initialise(int, StreamState*, int, const uint32_t*) { return KesStatusOk; }
 
 template <class T> int deliver(StreamState*, int n, T* r, T a, T b) {
+    const bool isChosen = static_cast<int>(script.counts.size()) == script.failAt;
+    const int status = isChosen ? script.status : KesStatusOk;
     script.counts.push_back(n);
-    if (static_cast<int>(script.counts.size()) - 1 == script.failAt)
-        return script.status;
+    if (status < 0) return status;
     for (int i = 0; i < n; ++i) {
         const double u = script.numbers[script.next++ % script.numbers.size()];
         r[i] = static_cast<T>(a + (b - a) * static_cast<T>(u));
     }
-    return KesStatusOk;
+    return status;
 }
 
 inline int deliverWords(StreamState*, int n, uint32_t* r) {

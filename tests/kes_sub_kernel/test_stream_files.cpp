@@ -128,6 +128,7 @@ TEST_F(StreamFile, RefusesAlteredOnesByTheFirstFault) {
         {{{12, 1}}, KesStatusBadFileFormat},    // a member that R250 has not
         {{{14, 0x30}}, KesStatusBadFileFormat}, // MRG32K3A, by its state size
         {{{15, 0x7F}}, KesStatusBadFileFormat}, // no such row
+        {{{15, 0x9A}}, KesStatusBadFileFormat}, // negative
         {{{8, 2}}, KesStatusFileRead},          // chunks that do not follow
         {{{chunk + 4, 5}}, KesStatusFileRead},
         {{{chunk + 4, 0}}, KesStatusFileRead}, // a block of no bytes

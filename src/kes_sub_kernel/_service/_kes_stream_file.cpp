@@ -108,6 +108,8 @@ int statusOf(const FileHeader& header) {
     if (std::memcmp(header.magic, magic, sizeof magic) != 0)
         return KesStatusBadFileFormat;
     if (header.version != version) return KesStatusBadFileVersion;
+    // The registry does not refuse negative identifiers: its callers have none.
+    if (header.brng < 0) return KesStatusBadFileFormat;
     BrngProperties row;
     if (__kesGetBrngProperties(header.brng, &row) < 0) return KesStatusBadFileFormat;
     // In full: a state too large for its field cannot be right.

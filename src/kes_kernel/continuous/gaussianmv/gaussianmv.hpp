@@ -50,18 +50,18 @@ QORKES_INLINE int mixByTriangle(int n, T* r, int dimen, bool isPacked, const T* 
     return KesStatusOk;
 }
 
-/// z = z * t + a, rounded once; of floats, twice.
-QORKES_INLINE double mixed(double z, double t, double a) {
-    return round64(ext{z} * t + a);
+/// z[i] = z[i] * t[i] + a[i], rounded once; of floats, twice.
+QORKES_INLINE void mixVector(int n, double* z, const double* a, const double* t) {
+    for (int i = 0; i < n; ++i) z[i] = round64(ext{z[i]} * t[i] + a[i]);
 }
-QORKES_INLINE float mixed(float z, float t, float a) {
-    return round32(ext{round32(ext{z} * t)} + a);
+QORKES_INLINE void mixVector(int n, float* z, const float* a, const float* t) {
+    multiply(n, z, t);
+    inFours(n, z, a, [](__m128 x, __m128 y) { return _mm_add_ps(x, y); });
 }
 
 template <class T>
 QORKES_INLINE void mixByDiagonal(int n, T* r, int dimen, const T* a, const T* t) {
-    for (T* z = r; n > 0; --n, z += dimen)
-        for (int i = 0; i < dimen; ++i) z[i] = mixed(z[i], t[i], a[i]);
+    for (T* z = r; n > 0; --n, z += dimen) mixVector(dimen, z, a, t);
 }
 
 template <auto gaussian, class T>

@@ -1,0 +1,24 @@
+// One line for everything that delivers numbers: its name, its first results and a
+// digest of many. A change of one bit anywhere changes a digest.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace qorkes {
+
+struct GoldenRow {
+    std::string name;
+    std::string numbers; // digest and first results, in hexadecimal
+    bool usesUnit;       // results of the processor's own logarithm or angle are in it
+};
+
+/// Of the processor's own logarithm, angle and power of two over fixed arguments. No
+/// standard says how those round.
+std::string digestOfUnit();
+
+/// Kernels over fixed arguments, special ones among them; a million numbers of every
+/// generator and distribution.
+std::vector<GoldenRow> goldenRows();
+
+} // namespace qorkes
