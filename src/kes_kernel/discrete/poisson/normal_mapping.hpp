@@ -99,33 +99,25 @@ struct Small {
     }
 };
 
-/// Four mapped floats as integers; none is negative, an infinite normal makes them
-/// great.
-QORKES_INLINE void storeTruncated(int32_t* r, __m128 y) {
-    if (_mm_movemask_ps(_mm_cmpge_ps(y, lanes(0x1p31f)))) {
-        float great[4];
-        _mm_empty(); // the x87 unit shares its registers with what follows
-        _mm_storeu_ps(great, y);
-        for (int i = 0; i < 4; ++i) r[i] = truncate(ext{great[i]});
-        return;
-    }
-    auto* pairs = reinterpret_cast<__m64*>(r);
-    pairs[0] = _mm_cvttps_pi32(y);
-    pairs[1] = _mm_cvttps_pi32(_mm_movehl_ps(y, y));
+/// A mapped float as an integer; it is not negative, and great for an infinite normal.
+QORKES_INLINE int truncated(float y) {
+    return y < 0x1p31f ? _mm_cvttss_si32(_mm_set_ss(y)) : truncate(ext{y});
 }
 
 /// Variates of n floats, in their place.
 template <class Map>
 QORKES_NOINLINE void mapInPlace(int n, int32_t* r, const Map& map) {
     const auto* x = reinterpret_cast<const FloatInPlace*>(r);
+    alignas(16) float y[4];
     int i = 0;
-    for (; i < n - 3; i += 4) storeTruncated(r + i, map(_mm_loadu_ps(x + i)));
-    for (; i < n; ++i) {
-        int32_t four[4];
-        storeTruncated(four, map(_mm_load_ss(x + i)));
-        r[i] = four[0];
+    for (; i < n - 3; i += 4) {
+        _mm_store_ps(y, map(_mm_loadu_ps(x + i)));
+        for (int k = 0; k < 4; ++k) r[i + k] = truncated(y[k]);
     }
-    _mm_empty();
+    for (; i < n; ++i) {
+        _mm_store_ss(y, map(_mm_load_ss(x + i)));
+        r[i] = truncated(y[0]);
+    }
 }
 
 template <class Map>
