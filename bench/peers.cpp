@@ -1,6 +1,7 @@
 #include "peers.hpp"
 
 #include <boost/random/additive_combine.hpp>
+#include <boost/random/binomial_distribution.hpp>
 #include <boost/random/cauchy_distribution.hpp>
 #include <boost/random/exponential_distribution.hpp>
 #include <boost/random/extreme_value_distribution.hpp>
@@ -8,6 +9,7 @@
 #include <boost/random/linear_congruential.hpp>
 #include <boost/random/lognormal_distribution.hpp>
 #include <boost/random/mersenne_twister.hpp>
+#include <boost/random/negative_binomial_distribution.hpp>
 #include <boost/random/normal_distribution.hpp>
 #include <boost/random/uniform_real_distribution.hpp>
 #include <boost/random/weibull_distribution.hpp>
@@ -203,6 +205,35 @@ const StreamPeer<float> drawnSingles[] = {
 const StreamPeer<std::int32_t> drawnIntegers[] = {
     ofStd<std::int32_t>("std uniform",
                         [] { return std::uniform_int_distribution<>(0, 99); }),
+    ofGsl<std::int32_t>("GSL binomial(50, 0.3)", DRAW(gsl_ran_binomial, 0.3, 50)),
+    ofStd<std::int32_t>("std binomial(50, 0.3)",
+                        [] { return std::binomial_distribution<>(50, 0.3); }),
+    ofBoost<std::int32_t>("Boost binomial(50, 0.3)",
+                          [] { return boosted::binomial_distribution<>(50, 0.3); }),
+    ofGsl<std::int32_t>("GSL binomial(10000, 0.25)",
+                        DRAW(gsl_ran_binomial, 0.25, 10000)),
+    ofStd<std::int32_t>("std binomial(10000, 0.25)",
+                        [] { return std::binomial_distribution<>(10000, 0.25); }),
+    ofBoost<std::int32_t>("Boost binomial(10000, 0.25)",
+                          [] { return boosted::binomial_distribution<>(10000, 0.25); }),
+    ofGsl<std::int32_t>("GSL hypergeometric(100, 20, 30)",
+                        DRAW(gsl_ran_hypergeometric, 30, 70, 20)),
+    ofGsl<std::int32_t>("GSL hypergeometric(1000, 300, 400)",
+                        DRAW(gsl_ran_hypergeometric, 400, 600, 300)),
+    ofGsl<std::int32_t>("GSL negbinomial(5, 0.3)",
+                        DRAW(gsl_ran_negative_binomial, 0.3, 5)),
+    ofStd<std::int32_t>("std negbinomial(5, 0.3)",
+                        [] { return std::negative_binomial_distribution<>(5, 0.3); }),
+    ofBoost<std::int32_t>(
+        "Boost negbinomial(5, 0.3)",
+        [] { return boosted::negative_binomial_distribution<>(5, 0.3); }),
+    ofGsl<std::int32_t>("GSL negbinomial(50, 0.1)",
+                        DRAW(gsl_ran_negative_binomial, 0.1, 50)),
+    ofStd<std::int32_t>("std negbinomial(50, 0.1)",
+                        [] { return std::negative_binomial_distribution<>(50, 0.1); }),
+    ofBoost<std::int32_t>(
+        "Boost negbinomial(50, 0.1)",
+        [] { return boosted::negative_binomial_distribution<>(50, 0.1); }),
 };
 
 } // namespace

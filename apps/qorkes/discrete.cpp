@@ -1,14 +1,110 @@
 // The distributions of whole numbers, in alphabetical order.
 #include "distribution_rows.hpp"
 
+#include <tuple>
+
 namespace qorkes::catalogue {
+namespace {
+
+constexpr Range count = {"a whole number from 0 to 2147483647", [](double x) {
+                             return x >= 0 && x <= 0x7FFFFFFF && x == std::floor(x);
+                         }};
+constexpr Range chance = {"a number from 0 to 1",
+                          [](double x) { return x >= 0 && x <= 1; }};
+constexpr Range positiveChance = {"a number above 0 and up to 1",
+                                  [](double x) { return x > 0 && x <= 1; }};
+
+/// ln C(n, k), for real n too.
+double logChoose(double n, double k) {
+    return std::lgamma(n + 1) - std::lgamma(k + 1) - std::lgamma(n - k + 1);
+}
+
+/// k ln(p), where nothing to the power of nothing is 1.
+double logPower(double p, double k) { return k == 0 ? 0 : k * std::log(p); }
+
+namespace binomial {
+constexpr Parameter parameters[] = {{"ntrial", 10, &count}, {"p", 0.5, &chance}};
+Moments moments(const double* p) {
+    return {p[0] * p[1], std::sqrt(p[0] * p[1] * (1 - p[1]))};
+}
+double probability(double k, const double* p) {
+    if (k < 0 || k > p[0]) return 0;
+    return std::exp(logChoose(p[0], k) + logPower(p[1], k) +
+                    logPower(1 - p[1], p[0] - k));
+}
+} // namespace binomial
+
+namespace hypergeometric {
+constexpr Parameter parameters[] = {
+    {"l", 100, &count}, {"s", 20, &count}, {"m", 30, &count}};
+const char* fault(const double* p) {
+    return p[1] > p[0]   ? "s must not be above l"
+           : p[2] > p[0] ? "m must not be above l"
+                         : nullptr;
+}
+Moments moments(const double* p) {
+    const auto [l, s, m] = std::tuple(p[0], p[1], p[2]);
+    if (l < 2) return {s * m, 0};
+    return {s * m / l, std::sqrt(s * m / l * (l - m) / l * (l - s) / (l - 1))};
+}
+double probability(double k, const double* p) {
+    return std::exp(logChoose(p[2], k) + logChoose(p[0] - p[2], p[1] - k) -
+                    logChoose(p[0], p[1]));
+}
+} // namespace hypergeometric
+
+namespace negbinomial {
+constexpr Parameter parameters[] = {{"a", 5, &positive}, {"p", 0.5, &positiveChance}};
+const char* fault(const double* p) {
+    return (p[0] + 20) * (1 - p[1]) / p[1] > 1e8
+               ? "numbers would be too large: (a + 20) (1 - p) / p must be at most 1e8"
+               : nullptr;
+}
+Moments moments(const double* p) {
+    const double q = 1 - p[1];
+    return {p[0] * q / p[1], std::sqrt(p[0] * q) / p[1]};
+}
+double probability(double k, const double* p) {
+    if (k < 0) return 0;
+    return std::exp(logChoose(k + p[0] - 1, k) + logPower(p[1], p[0]) +
+                    logPower(1 - p[1], k));
+}
+} // namespace negbinomial
+
+} // namespace
 
 std::vector<Distribution> discreteDistributions() {
     return {
         {
+            .name = "binomial",
+            .description = "successes among ntrial trials of probability p",
+            .parameters = binomial::parameters,
+            .integers = drawBy<_kesiRngBinomial>,
+            .moments = binomial::moments,
+            .probability = binomial::probability,
+        },
+        {
             .name = "bits",
             .description = "the generator's own words",
             .words = drawBy<_kesiRngUniformBits>,
+        },
+        {
+            .name = "hypergeometric",
+            .description = "marked items in a sample of s from l with m marked",
+            .parameters = hypergeometric::parameters,
+            .integers = drawBy<_kesiRngHypergeometric>,
+            .fault = hypergeometric::fault,
+            .moments = hypergeometric::moments,
+            .probability = hypergeometric::probability,
+        },
+        {
+            .name = "negbinomial",
+            .description = "failures before the a-th success of probability p",
+            .parameters = negbinomial::parameters,
+            .integers = drawBy<_kesiRngNegbinomial>,
+            .fault = negbinomial::fault,
+            .moments = negbinomial::moments,
+            .probability = negbinomial::probability,
         },
     };
 }
