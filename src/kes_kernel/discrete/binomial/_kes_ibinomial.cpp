@@ -204,7 +204,11 @@ bool isAccepted(const Envelope& e, const Trials& trials, int32_t y, ext v) {
     const ext square = k * (k * third + 0.625L) + sixth;
     const ext margin = k * e.perVariance * (square * e.perVariance + 0.5L);
     const ext normal = -k * k * 0.5L * e.perVariance;
-    const ext logV = logarithmOf(round64(v));
+    const double rounded = round64(v);
+    const RoughLog rough = roughLog(rounded);
+    if (rough.greatest < normal - margin) return true;
+    if (rough.least > normal + margin) return false;
+    const ext logV = logarithmOf(rounded);
     if (logV < normal - margin) return true;
     if (logV > normal + margin) return false;
     return underLogarithm(e, trials, y, logV);
