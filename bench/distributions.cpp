@@ -130,7 +130,7 @@ void addRows(const char* type, std::span<const DrawnRow<T>> table,
                  const auto draw = [&row](StreamState* s, int m, T* r) {
                      row.draw(row.method, s, m, r, row.parameters);
                  };
-                 return drawingContest<T>(n, KesBrngMT19937, draw, peers, row.peer);
+                 return drawingContest<T>(n, KesBrngMT19937, 1, draw, peers, row.peer);
              }});
 }
 

@@ -20,13 +20,13 @@ const StreamPeer<T>& peerOf(std::span<const StreamPeer<T>> peers, const char* na
     throw std::logic_error("a row without a peer: " + std::string(name));
 }
 
-/// A stream seeded with 1, and room for n numbers.
+/// A stream seeded with one word, and room for n numbers.
 template <class T> struct Drawing {
     StreamState* stream = nullptr;
     std::vector<T> numbers;
 
-    Drawing(int brng, int n) : numbers(static_cast<std::size_t>(n)) {
-        const std::uint32_t seed = 1;
+    Drawing(int brng, std::uint32_t seed, int n)
+        : numbers(static_cast<std::size_t>(n)) {
         if (__kesNewStreamEx(&stream, brng, 1, &seed) != KesStatusOk)
             throw std::runtime_error("a stream could not be made");
     }
@@ -37,9 +37,9 @@ template <class T> struct Drawing {
 
 /// draw(stream, n, r) against the peer of this name in one of the tables of Peers.
 template <class T, class Draw>
-Contest drawingContest(int n, int brng, Draw draw,
+Contest drawingContest(int n, int brng, std::uint32_t seed, Draw draw,
                        std::span<const StreamPeer<T>> Peers::*table, const char* peer) {
-    const auto drawing = std::make_shared<Drawing<T>>(brng, n);
+    const auto drawing = std::make_shared<Drawing<T>>(brng, seed, n);
     const auto fill = [=](const Peers& peers) {
         return [=, f = peerOf<T>(peers.*table, peer).fill] {
             f(n, drawing->numbers.data());

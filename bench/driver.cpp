@@ -161,6 +161,12 @@ std::string sizedLine(const SizedRow& row, int rounds) {
     return sizedLine(row, withRange(result.x87), withRange(result.sse2));
 }
 
+std::string setUpLine(const SetUp& setUp) {
+    const Timed timed(setUp.make);
+    return format("\n%s is made in %.2f ms.\n", setUp.ours.c_str(),
+                  1e3 * timed.seconds());
+}
+
 std::string machine() {
     std::ifstream info("/proc/cpuinfo");
     std::string text, model = "unknown";
@@ -203,5 +209,8 @@ int main(int argc, char** argv) {
     for (const SizedRow& row : signalRows())
         if (row.ours.find(filter) != std::string::npos)
             add(sizedLine(row, passes * rounds));
+    if (const SetUp setUp = largestSetUp();
+        setUp.ours.find(filter) != std::string::npos)
+        add(setUpLine(setUp));
     if (!document.empty()) replaceSection(document, "ratios", table);
 }

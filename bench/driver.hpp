@@ -30,9 +30,16 @@ struct SizedRow {
     std::function<Contest()> prepare;
 };
 
+/// What is made once and has no peer.
+struct SetUp {
+    std::string ours; // A stream of ...
+    std::function<void()> make;
+};
+
 std::vector<Row> distributionRows();
 std::vector<Row> kernelRows();
 std::vector<Row> streamRows();
 std::vector<SizedRow> signalRows();
+SetUp largestSetUp();
 
 } // namespace qorkes::bench

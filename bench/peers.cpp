@@ -13,6 +13,7 @@
 #include <boost/random/normal_distribution.hpp>
 #include <boost/random/uniform_real_distribution.hpp>
 #include <boost/random/weibull_distribution.hpp>
+#include <gsl/gsl_qrng.h>
 #include <gsl/gsl_randist.h>
 #include <gsl/gsl_rng.h>
 
@@ -122,6 +123,23 @@ const StreamPeer<T> streamPeers[] = {
     {"GSL taus88", fillFromGsl<gsl_rng_taus, T>},
 };
 
+/// Points of a quasi-random sequence of the GNU Scientific Library, begun anew before
+/// it ends.
+template <const gsl_qrng_type* const& type> void fillWithPoints(int n, double* y) {
+    static gsl_qrng* const sequence = gsl_qrng_alloc(type, quasiDimensions);
+    static int drawn = 0;
+    if ((drawn += n) > 1 << 30) {
+        gsl_qrng_init(sequence);
+        drawn = n;
+    }
+    for (int i = 0; i < n; i += quasiDimensions) gsl_qrng_get(sequence, y + i);
+}
+
+const StreamPeer<double> pointPeers[] = {
+    {"GSL sobol", fillWithPoints<gsl_qrng_sobol>},
+    {"GSL niederreiter_2", fillWithPoints<gsl_qrng_niederreiter_2>},
+};
+
 // ---- Distributions, all of them over a Mersenne Twister of the same library ---------
 
 /// make() is a distribution of the C++ standard library or of Boost.
@@ -222,8 +240,8 @@ const StreamPeer<std::int32_t> drawnIntegers[] = {
 
 Peers QORKES_PEERS() {
     return {kernelPeers<double>, kernelPeers<float>, streamPeers<std::uint32_t>,
-            streamPeers<double>, streamPeers<float>, drawnDoubles,
-            drawnSingles,        drawnIntegers};
+            streamPeers<double>, streamPeers<float>, pointPeers,
+            drawnDoubles,        drawnSingles,       drawnIntegers};
 }
 
 } // namespace qorkes::bench

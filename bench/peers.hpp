@@ -21,12 +21,16 @@ template <class T> struct StreamPeer {
     void (*fill)(int n, T* y);
 };
 
+/// Of quasi-random points, by all that are timed.
+constexpr int quasiDimensions = 10;
+
 struct Peers {
     std::span<const KernelPeer<double>> doubles;
     std::span<const KernelPeer<float>> singles;
     std::span<const StreamPeer<std::uint32_t>> words;
     std::span<const StreamPeer<double>> uniformDoubles;
     std::span<const StreamPeer<float>> uniformSingles;
+    std::span<const StreamPeer<double>> points; // of quasiDimensions components each
     std::span<const StreamPeer<double>> drawnDoubles;
     std::span<const StreamPeer<float>> drawnSingles;
     std::span<const StreamPeer<std::int32_t>> drawnIntegers;

@@ -19,8 +19,18 @@ constexpr Pair table[] = {
     {"MT19937", KesBrngMT19937, "std mt19937"},
     {"MT19937", KesBrngMT19937, "Boost mt19937"},
     {"MT19937", KesBrngMT19937, "GSL mt19937"},
+    {"MT2203", KesBrngMT2203, "std mt19937"},
+    {"MT2203", KesBrngMT2203, "Boost mt19937"},
     {"R250", KesBrngR250, "GSL r250"},
     {"R250", KesBrngR250, "GSL taus88"},
+};
+
+/// Whose words are no peer's: four of 24 bits an element.
+constexpr Pair realTable[] = {{"WH", KesBrngWH, "Boost ecuyer1988"}};
+
+constexpr Pair pointTable[] = {
+    {"Sobol", KesBrngSobol, "GSL sobol"},
+    {"Niederreiter", KesBrngNiederr, "GSL niederreiter_2"},
 };
 
 // What is drawn, by the type of number.
@@ -47,23 +57,47 @@ template <> struct Kind<float> {
     }
 };
 
-template <class T> void addRows(std::vector<Row>& rows) {
-    for (const Pair& pair : table)
-        rows.push_back({std::string(Kind<T>::name) + pair.ours, Kind<T>::range,
-                        pair.peer, [&pair](int n) {
-                            return drawingContest<T>(n, pair.brng, Kind<T>::draw,
-                                                     Kind<T>::peers, pair.peer);
-                        }});
+template <class T> using PeerList = std::span<const StreamPeer<T>> Peers::*;
+
+template <class T>
+Row rowOf(const Pair& pair, const std::string& arguments, PeerList<T> peers,
+          std::uint32_t seed) {
+    return {std::string(Kind<T>::name) + pair.ours, arguments, pair.peer,
+            [&pair, peers, seed](int n) {
+                return drawingContest<T>(n, pair.brng, seed, Kind<T>::draw, peers,
+                                         pair.peer);
+            }};
+}
+
+template <class T> void addRows(std::vector<Row>& rows, std::span<const Pair> pairs) {
+    for (const Pair& pair : pairs)
+        rows.push_back(rowOf<T>(pair, Kind<T>::range, Kind<T>::peers, 1));
+}
+
+void addPoints(std::vector<Row>& rows) {
+    for (const Pair& pair : pointTable)
+        rows.push_back(rowOf<double>(pair,
+                                     std::to_string(quasiDimensions) + " dimensions",
+                                     &Peers::points, quasiDimensions));
 }
 
 } // namespace
 
 std::vector<Row> streamRows() {
     std::vector<Row> rows;
-    addRows<std::uint32_t>(rows);
-    addRows<double>(rows);
-    addRows<float>(rows);
+    addRows<std::uint32_t>(rows, table);
+    addRows<double>(rows, table);
+    addRows<double>(rows, realTable);
+    addPoints(rows);
+    addRows<float>(rows, table);
+    addRows<float>(rows, realTable);
     return rows;
+}
+
+SetUp largestSetUp() {
+    static_assert(KesNiederrDimensions == 318);
+    return {"A stream of 318 Niederreiter dimensions",
+            [] { Drawing<double>(KesBrngNiederr, KesNiederrDimensions, 0); }};
 }
 
 } // namespace qorkes::bench

@@ -47,6 +47,7 @@ constexpr Function rows[] = {
     {"Cosh", "cosh(a)", Form::oneToOne, KERNELS(Cosh, HA, HA, HA)},
     {"Div", "a / b", Form::twoToOne, KERNELS(Div, HA, HA, HA)},
     {"Erf", "erf(a)", Form::oneToOne, KERNELS(Erf, HA, HA, HA)},
+    {"Erfc", "1 - erf(a)", Form::oneToOne, KERNELS(Erfc, HA, HA, HA)},
     {"Exp", "e^a", Form::oneToOne, KERNELS(Exp, HA, HA, HA)},
     {"Inv", "1 / a", Form::oneToOne, KERNELS(Inv, HA, HA, HA)},
     {"InvCbrt", "a^(-1/3)", Form::oneToOne, KERNELS(InvCbrt, HA, HA, HA)},

@@ -20,7 +20,8 @@ void addDraw(CLI::App& app) {
         "  qorkes draw uniform --seed 7 --count 5\n"
         "  qorkes draw uniform a=-1 b=1 --count 100000 --summary\n"
         "  qorkes draw gaussian a=100 sigma=15 --count 100000 --picture iq.svg\n"
-        "  qorkes draw bits --generator MCG31M1 --leapfrog 1/3 --skip 1000\n");
+        "  qorkes draw bits --generator MCG31M1 --leapfrog 1/3 --skip 1000\n"
+        "  qorkes draw uniform --generator Sobol --dimensions 2 | paste - -\n");
     command->callback([drawing, source] {
         Stream stream;
         writeDrawn(*drawing, [&] {

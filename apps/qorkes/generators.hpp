@@ -10,6 +10,7 @@ struct Generator {
     const char* name;
     int identifier; // of member 0; the others follow
     int members;
+    int dimensions; // of quasi-random points at most; 0: random numbers, from a seed
     const char* description; // one line for a reader
 };
 

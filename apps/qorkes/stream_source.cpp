@@ -13,21 +13,61 @@ namespace {
 
 constexpr int64_t int32Max = std::numeric_limits<int32_t>::max();
 
-/// The identifier that NAME or NAME:MEMBER stands for.
-int identifierOf(const std::string& text) {
+/// A generator and the identifier of its member.
+struct Chosen {
+    const catalogue::Generator& generator;
+    int identifier;
+};
+
+/// What NAME or NAME:MEMBER stands for.
+Chosen chosenBy(const std::string& text) {
     const auto [name, member] = cutAt(text, ':');
     const auto& row = rowNamed("--generator", name, catalogue::generators());
-    if (!member) return row.identifier;
-    return row.identifier +
-           static_cast<int>(wholeNumber("--generator, member of " + name, *member, 0,
-                                        row.members - 1));
+    if (!member) return {row, row.identifier};
+    return {row, row.identifier +
+                     static_cast<int>(wholeNumber("--generator, member of " + name,
+                                                  *member, 0, row.members - 1))};
 }
 
+/// The seed words; for points, how many dimensions they have.
+std::vector<uint32_t> wordsOf(const StreamSource& source,
+                              const catalogue::Generator& generator) {
+    const auto word = [](const char* option, const std::string& text, int64_t least,
+                         int64_t most) {
+        return static_cast<uint32_t>(wholeNumber(option, text, least, most));
+    };
+    if (generator.dimensions > 0) {
+        if (!source.seed.empty())
+            fail(std::string("--seed: ") + generator.name +
+                 " takes none; --dimensions says what points it gives");
+        if (source.dimensions.empty()) return {1};
+        return {word("--dimensions", source.dimensions, 1, generator.dimensions)};
+    }
+    if (!source.dimensions.empty())
+        fail(std::string("--dimensions: ") + generator.name +
+             " gives single numbers; leave it out");
+    if (source.seed.empty()) return {1};
+    std::vector<uint32_t> seed;
+    for (const std::string& text : split(source.seed, ','))
+        seed.push_back(word("--seed", text, 0, std::numeric_limits<uint32_t>::max()));
+    return seed;
+}
+
+/// Takes every n-th element. Of points that is a component, by the stride that selects
+/// one; the number of dimensions is the second word of their state.
 void leapfrog(StreamState* stream, const std::string& text) {
     const auto [place, stride] = cutAt(text, '/');
     if (!stride) fail("--leapfrog: '" + text + "' is not K/N, as in 0/3");
-    const auto n = wholeNumber("--leapfrog, N of K/N", *stride, 1, int32Max);
+    auto n = wholeNumber("--leapfrog, N of K/N", *stride, 1, int32Max);
     const auto k = wholeNumber("--leapfrog, K of K/N", place, 0, n - 1);
+    const auto* generator = generatorOf(stream);
+    if (generator && generator->dimensions > 0) {
+        const auto dimensions = reinterpret_cast<const int32_t*>(stream + 1)[1];
+        if (n != dimensions)
+            fail("--leapfrog: N of K/N must be " + std::to_string(dimensions) +
+                 ", the number of dimensions, not " + *stride);
+        n = int32Max;
+    }
     check(__kesLeapfrogStream(stream, static_cast<int>(k), static_cast<int>(n)), stream,
           "--leapfrog " + text);
 }
@@ -45,12 +85,13 @@ void addJumpOptions(CLI::App& command, Jumps& jumps) {
     command
         .add_option("--leapfrog", jumps.leapfrog,
                     "from every N elements of the generator take\n"
-                    "the one at place K, counted from 0")
+                    "the one at place K, counted from 0; of points, with\n"
+                    "N the number of dimensions, component K")
         ->type_name("K/N");
     command
         .add_option("--skip", jumps.skip,
                     "pass over the first N elements (after --leapfrog:\n"
-                    "of those it takes)")
+                    "of those it takes; of points always all)")
         ->type_name("N");
 }
 
@@ -61,15 +102,17 @@ void addSourceOptions(CLI::App& command, StreamSource& source) {
         ->type_name("NAME[:MEMBER]");
     command.add_option("--seed", source.seed, "seed words below 2^32; default: 1")
         ->type_name("N[,N...]");
+    command
+        .add_option("--dimensions", source.dimensions,
+                    "of the points of Sobol and Niederreiter, which come\n"
+                    "component by component; default: 1")
+        ->type_name("N");
     addJumpOptions(command, source.jumps);
 }
 
 Stream newStream(const StreamSource& source) {
-    const int identifier = identifierOf(source.generator);
-    std::vector<uint32_t> seed;
-    for (const std::string& word : split(source.seed, ','))
-        seed.push_back(static_cast<uint32_t>(
-            wholeNumber("--seed", word, 0, std::numeric_limits<uint32_t>::max())));
+    const auto [generator, identifier] = chosenBy(source.generator);
+    const std::vector<uint32_t> seed = wordsOf(source, generator);
 
     StreamState* created = nullptr;
     const int status = __kesNewStreamEx(&created, identifier,

@@ -29,8 +29,9 @@ struct Jumps {
 
 struct StreamSource {
     std::string generator = "MT19937";
-    std::string seed = "1";
+    std::string seed; // empty: 1
     Jumps jumps;
+    std::string dimensions; // of points; empty: 1
 };
 
 void addJumpOptions(CLI::App& command, Jumps& jumps);

@@ -341,7 +341,33 @@ QORKES_API int __kesdBRngMT2203(StreamState* stream, int n, double* r, double a,
                                 double b);
 QORKES_API int __kesiBRngMT2203(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator Niederreiter ---------------------------------------------------- */
+/* ---- Generator Niederreiter: quasi-random, in up to 318 dimensions ----------------
+ *
+ * Niederreiter's sequence in base 2: points of the unit cube that fill it more evenly
+ * than random ones. Component d of member i is the exclusive or of those direction
+ * numbers of d that the Gray code of i selects; these are the columns of a generator
+ * matrix that comes from the d-th irreducible polynomial over GF(2). Bratley, Fox and
+ * Niederreiter, "Implementation and tests of low-discrepancy sequences", ACM
+ * Transactions on Modeling and Computer Simulation 2, 1992.
+ *
+ * Seed, delivery, selection of a dimension and the state are as with Sobol below, and so
+ * is a skip from the start of a point. A skip from inside a point that leads out of it
+ * goes on two points before the one that Sobol would go on at, or at the present point
+ * where that comes later; the component is the same.
+ */
+#define KesNiederrDimensions 318
+
+/* The polynomials, the coefficient of t^i in bit i, and their degrees. */
+QORKES_API const uint32_t uNiederrIrredPoly[KesNiederrDimensions];
+QORKES_API const int32_t iNiederrIrredPolyDeg[KesNiederrDimensions];
+
+QORKES_API int __kesBRngNiederrInitStream(int method, StreamState* stream, int n,
+                                          const uint32_t* params);
+QORKES_API int __kessBRngNiederr(StreamState* stream, int n, float* r, float a,
+                                 float b);
+QORKES_API int __kesdBRngNiederr(StreamState* stream, int n, double* r, double a,
+                                 double b);
+QORKES_API int __kesiBRngNiederr(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Generator R250: generalised feedback shift register --------------------------
  *
@@ -361,9 +387,82 @@ QORKES_API int __kesdBRngR250(StreamState* stream, int n, double* r, double a,
                               double b);
 QORKES_API int __kesiBRngR250(StreamState* stream, int n, uint32_t* r);
 
-/* ---- Generator Sobol ----------------------------------------------------------- */
+/* ---- Generator Sobol: quasi-random, in up to 40 dimensions ------------------------
+ *
+ * Sobol's sequence: points of the unit cube that fill it more evenly than random ones.
+ * Component d of member i is the exclusive or of those direction numbers of d that the
+ * Gray code of i selects; these come from a primitive polynomial over GF(2) and start
+ * numbers. Bratley and Fox, "Algorithm 659: Implementing Sobol's quasirandom sequence
+ * generator", ACM Transactions on Mathematical Software 14, 1988, with the start
+ * numbers taken one row further on than the polynomials.
+ *
+ * Seed: one word, the number of dimensions; 1 stands in for no seed and for more
+ * dimensions than there are. A number below 1, as a signed word, is not refused, and
+ * drawing then divides by it.
+ *
+ * Numbers are the components of one point after the other, from member 1 on: member 0,
+ * the origin, is left out. A draw may end inside a point and the next one goes on
+ * there. A word is a fraction of 32 bits; real numbers are x (b - a) / 2^32 + a, where
+ * rounding may reach b. Real slots use r as their working memory.
+ *
+ * Leapfrog selects a dimension: with a stride of 0x7FFFFFFF component k alone is
+ * delivered from then on, at first the one that is due next. Another stride, and k that
+ * is no dimension, is KesStatusLeapfrogUnsupported. Another component can be selected
+ * later, which passes over one point; there is no way back to all of them.
+ *
+ * Skip-ahead by n of 1 and more (else KesStatusSkipAheadUnsupported) passes over n
+ * numbers of all components, also where one is selected. After 2^32 - 1 points the
+ * sequence is at its end.
+ *
+ * The state begins with the index of the present point and the number of dimensions.
+ */
+#define KesSobolDimensions 40
 
-/* ---- Generator WH -------------------------------------------------------------- */
+/* Start numbers in rows of eight, polynomials with the coefficient of t^i in bit i, and
+ * their degrees. Dimension d, from 1 on, has polynomial d - 1 and start numbers from
+ * row d; dimension 39 takes the words behind the last row, which are the polynomials.
+ */
+QORKES_API const uint32_t uSobolMInit[KesSobolDimensions - 1][8];
+QORKES_API const uint32_t uSobolIrredPoly[KesSobolDimensions - 1];
+QORKES_API const int32_t iSobolIrredPolyDeg[KesSobolDimensions - 1];
+
+QORKES_API int __kesBRngSobolInitStream(int method, StreamState* stream, int n,
+                                        const uint32_t* params);
+QORKES_API int __kessBRngSobol(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngSobol(StreamState* stream, int n, double* r, double a,
+                               double b);
+QORKES_API int __kesiBRngSobol(StreamState* stream, int n, uint32_t* r);
+
+/* ---- Generator WH: a family of four multiplicative generators combined ------------
+ *
+ * 273 generators for as many independent streams: four components s[j] that become
+ * a[j] s[j] mod m[j], with primes just below 2^24 that no other component of any member
+ * has, and primitive roots for multipliers. Each member's period is close to 2^93.
+ * Wichmann and Hill, "Generating good pseudo-random numbers", Computational Statistics
+ * and Data Analysis 51, 2006, is where the form is from.
+ *
+ * Member m is KesBrngWH + m, and m + 4 in the first numbering. Seed: up to four words,
+ * each taken modulo its m[j]; 1 stands in for a remainder of 0 and for those that are
+ * missing. A count below 0 is read as four. Leapfrog as for MCG31M1.
+ *
+ * Integer elements are the four components, a word of 24 bits each, before the step.
+ * Real numbers are u (b - a) + a with u the fraction of s[1] / m[1] + ... + s[4] / m[4]
+ * and b - a rounded to double. Where rounding that sum to double makes it an integer, u
+ * is a hair below 0; rounding may reach b.
+ */
+#define KesWHMembers 273
+
+/* Multipliers, moduli, and the doubles next to the reciprocals of these: component j,
+ * 0 to 3, of member m at 4 m + j. */
+QORKES_API const uint8_t _kes_WH_A[4 * KesWHMembers];
+QORKES_API const uint32_t _kes_WH_M[4 * KesWHMembers];
+QORKES_API const double _kesdWH_IM_Tab[4 * KesWHMembers];
+
+QORKES_API int __kesBRngWHInitStream(int method, StreamState* stream, int n,
+                                     const uint32_t* params);
+QORKES_API int __kessBRngWH(StreamState* stream, int n, float* r, float a, float b);
+QORKES_API int __kesdBRngWH(StreamState* stream, int n, double* r, double a, double b);
+QORKES_API int __kesiBRngWH(StreamState* stream, int n, uint32_t* r);
 
 /* ---- Stream files -----------------------------------------------------------------
  *

@@ -447,7 +447,7 @@ QORKES_API void _qorsAtanh_HA(int n, const float* a, float* y);
 QORKES_API void _qorsAtanh_21(int n, const float* a, float* y);
 QORKES_API void _qorsAtanh_11(int n, const float* a, float* y);
 
-/* ---- Erf: y = erf(a), 2/sqrt(pi) times the integral of exp(-x^2) from 0 to a --------
+/* ---- Erf: y = erf(a), 2/sqrt(pi) times the integral of exp(-x^2) from 0 to a -------
  *
  * A polynomial about the middle of each quarter of a binade (the method of intervals of
  * Cody, "Rational Chebyshev approximations for the error function", 1969, with
@@ -463,6 +463,25 @@ QORKES_API void _qordErf_50(int n, const double* a, double* y);
 QORKES_API void _qorsErf_HA(int n, const float* a, float* y);
 QORKES_API void _qorsErf_21(int n, const float* a, float* y);
 QORKES_API void _qorsErf_11(int n, const float* a, float* y);
+
+/* ---- Erfc: y = 1 - erf(a) ----------------------------------------------------------
+ *
+ * As Erf, with intervals of their own; from 1.8284 up the polynomials are those of
+ * erfc(a) exp(a^2), and the exponential is computed by table and polynomial (Tang 1989,
+ * as Exp).
+ *
+ *   too large for a result other than 0    +0   QOR_STATUS_UNDERFLOW
+ *   +infinity, -infinity                   0, 2
+ *   NaN                                    the NaN, quiet
+ *
+ * The result is 0 from 27.226017111108366 up, float 10.054194928818097. One that is
+ * denormal is rounded once and silent.
+ */
+QORKES_API void _qordErfc_HA(int n, const double* a, double* y);
+QORKES_API void _qordErfc_50(int n, const double* a, double* y);
+QORKES_API void _qorsErfc_HA(int n, const float* a, float* y);
+QORKES_API void _qorsErfc_21(int n, const float* a, float* y);
+QORKES_API void _qorsErfc_11(int n, const float* a, float* y);
 
 /* ---- Sine, cosine and tangent of one argument --------------------------------------
  *

@@ -56,6 +56,14 @@ QORKES_INLINE void addToHighWord(double& x, uint32_t addend) {
     setHighWord(x, highWord(x) + addend);
 }
 
+/// The place of the lowest bit that is set, of a word that is not 0. The compiler's own
+/// form of it has a prefix that newer processors read as another instruction (tzcnt).
+QORKES_INLINE int lowestBit(uint32_t word) {
+    uint32_t place;
+    asm("bsf %1, %0" : "=r"(place) : "rm"(word) : "cc");
+    return static_cast<int>(place);
+}
+
 constexpr uint32_t signBit = 0x80000000;
 constexpr uint32_t magnitudeBits = 0x7FFFFFFF;
 

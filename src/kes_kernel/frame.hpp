@@ -106,4 +106,26 @@ QORKES_INLINE void negate(int n, float* r) {
     inFours(n, r, [](__m128 x) { return _mm_sub_ps(_mm_setzero_ps(), x); });
 }
 
+/// Takes n pairs apart: first[i] = u[2 i], u[i] = u[2 i + 1] * factor.
+QORKES_INLINE void splitPairs(int n, double* u, double* first, double factor = 1) {
+    for (int i = 0; i < n; ++i) {
+        first[i] = u[2 * i];
+        u[i] = round64(ext{u[2 * i + 1]} * factor);
+    }
+}
+QORKES_INLINE void splitPairs(int n, float* u, float* first, float factor = 1) {
+    const __m128 factors = _mm_set1_ps(factor);
+    int i = 0;
+    for (; i < n - 3; i += 4) {
+        const __m128 a = _mm_loadu_ps(u + 2 * i), b = _mm_loadu_ps(u + 2 * i + 4);
+        const __m128 second = _mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1));
+        _mm_storeu_ps(first + i, _mm_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0)));
+        _mm_storeu_ps(u + i, _mm_mul_ps(second, factors));
+    }
+    for (; i < n; ++i) {
+        first[i] = u[2 * i];
+        u[i] = round32(ext{u[2 * i + 1]} * factor);
+    }
+}
+
 } // namespace qorkes

@@ -65,6 +65,28 @@ TEST(Draw, SkipAndLeapfrogTakeElementsOfThePlainDraw) {
         }
 }
 
+TEST(Draw, PointsComeComponentByComponent) {
+    for (const char* generator : {"Sobol", "Niederreiter"}) {
+        const auto with = [&](const Lines& options) {
+            Lines arguments = {"uniform", "--generator", generator, "--dimensions",
+                               "3"};
+            arguments.insert(arguments.end(), options.begin(), options.end());
+            return draw(arguments);
+        };
+        const Lines plain = with({"--count", "60"});
+        EXPECT_EQ(Lines(plain.begin(), plain.begin() + 2), (Lines{"0.5", "0.5"}));
+        EXPECT_EQ(with({"--skip", "13"}), every(plain, 13, 1, 10));
+        EXPECT_EQ(with({"--leapfrog", "1/3"}), every(plain, 1, 3, 10));
+        EXPECT_EQ(with({"--leapfrog", "1/3", "--skip", "6"}), every(plain, 7, 3, 10));
+    }
+}
+
+TEST(Draw, MembersOfWhGiveFourWordsALine) {
+    const Lines lines =
+        draw({"bits", "--generator", "WH:272", "--seed", "5,6,7,8", "--count", "2"});
+    EXPECT_EQ(lines, (Lines{"5,6,7,8", "630,762,875,992"}));
+}
+
 TEST(Draw, UniformNumbersLieInTheirRange) {
     for (const char* precision : {"double", "single"})
         for (const std::string& line : draw({"uniform", "a=-3", "b=-2", "--count",

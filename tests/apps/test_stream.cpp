@@ -59,6 +59,8 @@ TEST_F(StreamCommand, InfoTellsWhatTheFileHolds) {
          {"generator   MT19937\n", "Mersenne", "2500 bytes", "chunks      0\n"})
         EXPECT_NE(text.find(words), std::string::npos) << text;
     EXPECT_EQ(text.find("member"), std::string::npos);
+    stream("save", {"--generator", "niederreiter", "--dimensions", "318"});
+    EXPECT_NE(stream("info").find("43264 bytes"), std::string::npos);
 }
 
 TEST_F(StreamCommand, RefusesInOneLine) {

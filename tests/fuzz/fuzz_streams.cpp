@@ -50,7 +50,10 @@ void renew(Subject& subject, Choices& choices) {
     const auto& row = rows[choices.below(static_cast<unsigned>(rows.size()))];
     subject.brng = row.identifier +
                    static_cast<int>(choices.below(static_cast<unsigned>(row.members)));
-    subject.seed = choices.below(300);
+    // A seed, or a number of dimensions, of which there is no 0.
+    subject.seed = row.dimensions == 0
+                       ? choices.below(300)
+                       : 1 + choices.below(static_cast<unsigned>(row.dimensions));
     require(__kesNewStreamEx(&subject.stream, subject.brng, 1, &subject.seed) >= 0,
             "a new stream");
     require(__kesGetStreamStateBrng(subject.stream) == subject.brng, "its generator");
@@ -69,6 +72,10 @@ void draw(Subject& subject, Choices& choices) {
 void skip(Subject& subject, Choices& choices) {
     const int n = static_cast<int>(choices.below(longestDraw));
     if (subject.place + n > farthest) return;
+    // From inside a point Niederreiter goes elsewhere.
+    if (subject.brng == KesBrngNiederr &&
+        subject.place % static_cast<int>(subject.seed) != 0)
+        return;
     const int status = __kesSkipAheadStream(subject.stream, n);
     require(status >= 0 || status == KesStatusSkipAheadUnsupported, "a skip or a no");
     if (status >= 0) subject.place += n;

@@ -192,12 +192,16 @@ struct Variant {
     std::vector<double> parameters;
 };
 const Variant variants[] = {
+    {"gaussian", {7, 3}},
+    {"laplace", {7, 3}},
     {"uniform", {-3, 5}},
+    {"weibull", {0.7, 1, 3}},
 };
 
 void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
-              const std::vector<double>& parameters) {
+              int method, const std::vector<double>& parameters) {
     std::string name = distribution.name;
+    if (!distribution.methods.empty()) name += " by " + std::to_string(method);
     for (const double x : parameters) {
         std::ostringstream text;
         text << ' ' << x;
@@ -206,7 +210,7 @@ void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
     const auto add = [&]<class T>(const char* kind, catalogue::Draw<T> draw) {
         if (!draw) return;
         const auto one = [&](StreamState* stream, int n, T* r) {
-            return draw(stream, n, r, parameters.data());
+            return draw(method, stream, n, r, parameters.data());
         };
         rows.push_back({name + kind, drawnFrom<T>(KesBrngMCG59, 1, one), false});
     };
@@ -220,10 +224,13 @@ void addDistributions(std::vector<GoldenRow>& rows) {
         std::vector<double> presets;
         for (const auto& parameter : distribution.parameters)
             presets.push_back(parameter.preset);
-        addDraws(rows, distribution, presets);
-        for (const Variant& variant : variants)
-            if (variant.distribution == distribution.name)
-                addDraws(rows, distribution, variant.parameters);
+        const auto methods = static_cast<int>(distribution.methods.size());
+        for (int method = 0; method < std::max(methods, 1); ++method) {
+            addDraws(rows, distribution, method, presets);
+            for (const Variant& variant : variants)
+                if (variant.distribution == distribution.name)
+                    addDraws(rows, distribution, method, variant.parameters);
+        }
     }
 }
 

@@ -58,6 +58,25 @@ inline const std::vector<Generator> generators = {
 
     {"MT2203member1023", KesBrngMT2203 + 1023, {}, 69, false, {},
      0x1p-32,          {64, 53, 64, 64, 53}, {64, 53, 64, 64, 24}},
+
+    {"WH", KesBrngWH, {777, 888, 999}, 128, true, {0, 1, 2, 3, 1000, 65537},
+     0,                {}, {}},
+
+    {"WHmember272", 276, {1, 2, 3, 4}, 5, true, {0, 1, 2, 3, 1000, 65537},
+     0,                {}, {}},
+
+    {"Sobol", KesBrngSobol, {7},        7, false, {1, 2, 3, 1000, 65537},
+     0x1p-32,          {64, 64, 64, 64, 53}, {64, 64, 64, 64, 24}},
+
+    {"SobolIn40Dimensions", 277, {40},  40, false, {1, 2, 39, 40, 1000, 65537},
+     0x1p-32,          {64, 64, 64, 64, 53}, {64, 64, 64, 64, 24}},
+
+    {"Niederreiter", KesBrngNiederr, {}, 2, false, {1, 2, 3, 1000, 65537},
+     0x1p-32,          {64, 64, 64, 64, 53}, {64, 64, 64, 64, 24}},
+
+    // Skips from inside a point that end there: others are not what draws give.
+    {"NiederreiterIn318Dimensions", 278, {318}, 318, false, {1, 2, 3, 316},
+     0x1p-32,          {64, 64, 64, 64, 53}, {64, 64, 64, 64, 24}},
 };
 // clang-format on
 

@@ -84,6 +84,18 @@ TEST(Registry, RowsOfBothNumberings) {
          3,
          {32, 1, 0, 8, 59, __kesBRngMCG59InitStream, __kessBRngMCG59, __kesdBRngMCG59,
           __kesiBRngMCG59}},
+        {KesBrngWH + 272,
+         276,
+         {48, 4, 1, 16, 24, __kesBRngWHInitStream, __kessBRngWH, __kesdBRngWH,
+          __kesiBRngWH}},
+        {KesBrngSobol,
+         277,
+         {5472, 1324, 0, 4, 32, __kesBRngSobolInitStream, __kessBRngSobol,
+          __kesdBRngSobol, __kesiBRngSobol}},
+        {KesBrngNiederr,
+         278,
+         {43280, 10498, 0, 4, 32, __kesBRngNiederrInitStream, __kessBRngNiederr,
+          __kesdBRngNiederr, __kesiBRngNiederr}},
     };
     for (const auto& [brng, first, row] : rows)
         for (const int identifier : {brng, first}) {

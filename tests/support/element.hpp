@@ -51,12 +51,13 @@ void expectElement(void (*kernel)(int n, const T* a, T* y), const std::string& n
     }
 }
 
-/// Over 10000 elements; with `beside`, every second one is that and not counted.
+/// Over `count` elements; with `beside`, every second one is that and not counted.
 template <class T>
 double largestError(void (*kernel)(int n, const T* a, T* y), const char* function,
-                    const Range& range, std::optional<T> beside = {}) {
+                    const Range& range, std::optional<T> beside = {},
+                    int count = 10000) {
     Oracle oracle(function);
-    std::vector<T> a = draw<T>(range, 10000, 5), y(a.size());
+    std::vector<T> a = draw<T>(range, count, 5), y(a.size());
     const std::size_t step = beside ? 2 : 1;
     for (std::size_t i = 1; beside && i < a.size(); i += 2) a[i] = *beside;
     const Reports unreported;

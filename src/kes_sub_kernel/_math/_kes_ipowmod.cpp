@@ -5,9 +5,8 @@
 using namespace qorkes;
 
 uint32_t __kesiPowMod(uint32_t base, int32_t exponent, uint32_t modulus) {
-    return power(base, exponent, [=](uint32_t x, uint32_t y) {
-        return static_cast<uint32_t>(uint64_t{x} * y % modulus);
-    });
+    return power(base, exponent,
+                 [=](uint32_t x, uint32_t y) { return multiplyMod(x, y, modulus); });
 }
 
 uint32_t __kesiPowMod2P31M1(uint32_t base, int32_t exponent) {

@@ -1,5 +1,5 @@
-// Arithmetic modulo 2^31 - 1 and 2^59, for the steps and jumps of multiplicative
-// generators.
+// Arithmetic modulo 2^31 - 1, 2^59 and any word, for the steps and jumps of
+// multiplicative generators.
 #pragma once
 
 #include <common/abi.hpp>
@@ -23,6 +23,10 @@ QORKES_INLINE uint32_t multiplyMod2P31M1(uint32_t x, uint32_t y) {
 
 QORKES_INLINE uint64_t multiplyMod2P59(uint64_t x, uint64_t y) {
     return x * y & mask59;
+}
+
+QORKES_INLINE uint32_t multiplyMod(uint32_t x, uint32_t y, uint32_t modulus) {
+    return static_cast<uint32_t>(uint64_t{x} * y % modulus);
 }
 
 /// base^exponent by squaring, from the low bit of the exponent up.

@@ -13,8 +13,7 @@ namespace {
             __kesiBRng##name                                                           \
     }
 
-// State size, seed count, zero delivered, bytes and bits of a word. A row left empty
-// keeps the number of a generator that is not there.
+// State size, seed count, zero delivered, bytes and bits of a word.
 // clang-format off
 // 0x100000, 0 in the first numbering
 constexpr BrngRecord rowMCG31M1 = ROW(MCG31M1, 24, 1, 0, 4, 31);
@@ -25,11 +24,11 @@ constexpr BrngRecord rowMRG32K3A = ROW(MRG32K3A, 40, 6, 1, 4, 32);
 // 0x400000, 3
 constexpr BrngRecord rowMCG59 = ROW(MCG59, 32, 1, 0, 8, 59);
 // 0x500000 and the 272 after it, 4 to 276
-constexpr BrngRecord rowWH = {};
+constexpr BrngRecord rowWH = ROW(WH, 48, 4, 1, 16, 24);
 // 0x600000, 277
-constexpr BrngRecord rowSobol = {};
+constexpr BrngRecord rowSobol = ROW(Sobol, 5472, 1324, 0, 4, 32);
 // 0x700000, 278
-constexpr BrngRecord rowNiederr = {};
+constexpr BrngRecord rowNiederr = ROW(Niederr, 43280, 10498, 0, 4, 32);
 // 0x800000
 constexpr BrngRecord rowMT19937 = ROW(MT19937, 2516, 625, 1, 4, 32);
 // 0x900000 and the 1023 after it
@@ -42,27 +41,17 @@ constexpr BrngRecord rowdAbstract = ROW(dAbstract, 52, 0, 1, 4, 32);
 constexpr BrngRecord rowsAbstract = ROW(sAbstract, 44, 0, 1, 4, 32);
 // clang-format on
 
-// By a number: sanitizers make no constant of the address of a function.
-constexpr bool isThere(const BrngRecord& row) { return row.WordSize != 0; }
-
-constexpr bool allRowsAreThere =
-    isThere(rowR250) && isThere(rowMRG32K3A) && isThere(rowWH) && isThere(rowSobol) &&
-    isThere(rowNiederr) && isThere(rowMT19937) &&
-    isThere(rowiAbstract) && isThere(rowdAbstract) && isThere(rowsAbstract);
-
 constexpr int firstNewIdentifier = 0x100000;
 constexpr int identifierShift = 20;
 constexpr int memberMask = firstNewIdentifier - 1;
 
 constexpr int rowOfWH = 4;
-constexpr int membersOfWH = 273;
-constexpr int membersOfMT2203 = 1024;
 
 constexpr int NRegBrngs = 279;
 int NRegBrngsNew = 12;
 
 /// Members of each family; 0 behind the last row.
-int NumOffsets[KesBrngTableRows] = {1, 1, 1, 1, membersOfWH, 1, 1, 1, membersOfMT2203,
+int NumOffsets[KesBrngTableRows] = {1, 1, 1, 1, KesWHMembers, 1, 1, 1, KesMt2203Members,
                                     1, 1, 1};
 
 int checkProperties(const BrngProperties& props) {
@@ -85,7 +74,7 @@ int checkProperties(const BrngProperties& props) {
 #define TIMES16(x) TIMES4(x), TIMES4(x), TIMES4(x), TIMES4(x)
 #define TIMES64(x) TIMES16(x), TIMES16(x), TIMES16(x), TIMES16(x)
 
-static_assert(membersOfWH == 4 * 64 + 16 + 1);
+static_assert(KesWHMembers == 4 * 64 + 16 + 1);
 
 constinit const BrngRecord __RegBrngs[KesBrngTableRows] = {
     rowMCG31M1,     rowR250,        rowMRG32K3A,    rowMCG59,
@@ -102,7 +91,7 @@ const BrngRecord* __kesGetBrngBaseOffset(int brng, int* row, int* offset) {
         *offset = brng & memberMask;
         return __RegBrngsNew;
     }
-    const bool isWH = brng >= rowOfWH && brng < rowOfWH + membersOfWH;
+    const bool isWH = brng >= rowOfWH && brng < rowOfWH + KesWHMembers;
     *row = isWH ? rowOfWH : brng;
     *offset = isWH ? brng - rowOfWH : 0;
     return __RegBrngs;
@@ -112,10 +101,7 @@ int __kesIsBrngValid(const BrngRecord* table, int row, int offset) {
     const bool isNumbered = table == __RegBrngs
                                 ? row < NRegBrngs
                                 : row < NRegBrngsNew && offset < NumOffsets[row];
-    if (!isNumbered) return KesStatusInvalidBrng;
-    if constexpr (!allRowsAreThere)
-        if (row >= 0 && !isThere(table[row])) return KesStatusInvalidBrng;
-    return KesStatusOk;
+    return isNumbered ? KesStatusOk : KesStatusInvalidBrng;
 }
 
 int __kesGetBrngProperties(int brng, BrngProperties* props) {

@@ -122,6 +122,10 @@ QORKES_INLINE bool isNormal(const double& x) {
     return isPositiveNormal(highWord(x) & magnitudeBits);
 }
 
+QORKES_INLINE bool areNormal(const double* x) {
+    return isNormal(x[0]) && isNormal(x[1]);
+}
+
 /// 2^996 takes every denormal to a normal number; this is a third of the exponent, as
 /// an addend for a high word.
 constexpr double cubeDenormalScale = 0x1p+996;
@@ -132,22 +136,21 @@ static_assert(hasPattern(cubeDenormalScale, 0x7E30000000000000));
 /// for the elements of other groups and of the rest.
 template <const CubeTable& table, auto store, auto scalar>
 QORKES_NOINLINE void cubeRoots(int n, const double* a, double* y) {
-    const CubeTable& rows = *inRegister(&table);
+    const CubeTable* rows = inRegister(&table);
     const CubeConstants constants;
-    const auto group = [&](int i) {
-        if (!(isNormal(a[i]) && isNormal(a[i + 1]) && isNormal(a[i + 2]) &&
-              isNormal(a[i + 3]))) [[unlikely]] {
+    const auto group = [=](int i) {
+        if (!areNormal(a + i) || !areNormal(a + i + 2)) [[unlikely]] {
             for (int k = 0; k < 4; ++k) scalar(i + k, a, y);
             return;
         }
         const CubeArgumentPair low = cubeArgumentPair(a + i);
         const CubeArgumentPair high = cubeArgumentPair(a + i + 2);
-        store(y[i], rows, cubeArgument(low, 0, a[i]), constants);
-        store(y[i + 1], rows, cubeArgument(low, 1, a[i + 1]), constants);
-        store(y[i + 2], rows, cubeArgument(high, 0, a[i + 2]), constants);
-        store(y[i + 3], rows, cubeArgument(high, 1, a[i + 3]), constants);
+        store(y[i], *rows, cubeArgument(low, 0, a[i]), constants);
+        store(y[i + 1], *rows, cubeArgument(low, 1, a[i + 1]), constants);
+        store(y[i + 2], *rows, cubeArgument(high, 0, a[i + 2]), constants);
+        store(y[i + 3], *rows, cubeArgument(high, 1, a[i + 3]), constants);
     };
-    inGroups<4>(n, group, [&](int i) { scalar(i, a, y); });
+    inGroups<4>(n, group, [=](int i) { scalar(i, a, y); });
 }
 
 } // namespace qorkes

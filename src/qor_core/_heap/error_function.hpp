@@ -4,6 +4,7 @@
 // extending the available precision", 1971).
 #pragma once
 
+#include <qor_core/_heap/split_rows.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -27,8 +28,7 @@ static_assert(hasPattern(erfC5, 0x3F7565BCC4D1D139));
 static_assert(hasPattern(erfC6, 0xBF4C02B6E14EDCED));
 static_assert(hasPattern(erfC7, 0x3F1F644DD9E75958));
 
-/// Arguments from here on, as words of a double without its sign, belong to other
-/// steps.
+/// Where the steps change: words of a double without its sign.
 constexpr uint32_t erfSeriesFrom = 0x3D700000;            // 2^-40
 constexpr uint32_t erfRowsFrom = 0x3FC00000;              // 1/8
 constexpr uint64_t erfSaturate = 0x4017AFB48DC96628;      // 5.9215871957945083
@@ -36,11 +36,6 @@ constexpr uint64_t erfDenormalBelow = 0x000E2DFC48DA77B5; // 1.971920364530142e-
 
 QORKES_INLINE void narrow(double& y, ext value) { y = round64(value); }
 QORKES_INLINE void narrow(float& y, ext value) { y = round32(value); }
-
-/// A value as the sum of two numbers, the second of which the first could not hold.
-struct Parts {
-    ext high, low;
-};
 
 /// x in two parts of 26 bits.
 QORKES_INLINE Parts split(ext x) {

@@ -19,53 +19,23 @@ namespace {
 
 #include "qor_a6_derf_tables.inc"
 
-/// Adding it rounds to a multiple of 2^-16.
-constexpr float gridShifter = 0x1.8p+36f;
-
-/// x cut to a multiple of 1/unit.
-constexpr double cut(double x, ext unit) {
-    return static_cast<double>(static_cast<int64_t>(x * unit) / unit);
-}
-
-/// The row's polynomial: three coefficients cut, what the cut took from them, and the
-/// others.
-struct ErfRow {
-    double centre, value, slope, curve, rest[3], further[12];
-
-    constexpr void set(const double (&row)[19]) {
-        centre = -row[0];
-        value = cut(row[1], 0x1p53L);
-        slope = cut(row[3], 0x1p37L);
-        curve = cut(row[5], 0x1p21L);
-        rest[0] = static_cast<double>(ext{row[1]} - value + row[2]);
-        rest[1] = static_cast<double>(ext{row[3]} - slope + row[4]);
-        rest[2] = static_cast<double>(ext{row[5]} - curve + row[6]);
-        for (int k = 0; k < 12; ++k) further[k] = row[7 + k];
-    }
-};
 struct ErfRows {
-    ErfRow rows[22];
+    SplitRow<14> rows[22];
 
     constexpr ErfRows() : rows{} {
-        for (int i = 0; i < 22; ++i) rows[i].set(_qordErfHATab[i]);
+        for (int i = 0; i < 22; ++i) {
+            const double(&row)[19] = _qordErfHATab[i];
+            Wide c[15];
+            for (int k = 0; k <= 2; ++k) c[k] = Wide{row[1 + 2 * k]} + row[2 + 2 * k];
+            for (int k = 3; k <= 14; ++k) c[k] = row[4 + k];
+            rows[i].set(-row[0], c);
+        }
     }
 };
 constexpr ErfRows erfRows;
 
-QORKES_INLINE ext rowErf(ext v, const ErfRow& row) {
-    const ext t = v - row.centre;
-    const ext th = t + gridShifter - gridShifter;
-    const ext slope = row.curve * th + row.slope;
-    const ext main = slope * th + row.value; // exact, as is all before it
-    ext rest = row.further[11];
-#pragma GCC unroll 11
-    for (int k = 10; k >= 0; --k) rest = rest * t + row.further[k];
-    rest = ((rest * t + row.rest[2]) * t + row.rest[1]) * t + row.rest[0];
-    return main + (rest + (row.curve * t + slope) * (t - th));
-}
-
 QORKES_NOINLINE void errorFunctions(int n, const double* a, double* y) {
-    const ErfRow* rows = inRegister(erfRows.rows);
+    const auto* rows = inRegister(erfRows.rows);
     for (int i = 0; i < n; ++i) {
         const uint32_t high = highWord(a[i]);
         const uint64_t magnitude = uint64_t{high & magnitudeBits} << 32 | lowWord(a[i]);
@@ -75,7 +45,8 @@ QORKES_NOINLINE void errorFunctions(int n, const double* a, double* y) {
             continue;
         }
         const uint32_t key = ((high & magnitudeBits) - erfRowsFrom) >> 18;
-        y[i] = round64(rowErf(__builtin_fabsl(a[i]), rows[key]));
+        const Parts erf = sumAt(__builtin_fabsl(a[i]), rows[key]);
+        y[i] = round64(erf.high + erf.low);
         addToHighWord(y[i], high & signBit);
     }
 }

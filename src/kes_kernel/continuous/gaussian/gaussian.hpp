@@ -40,9 +40,7 @@ template <class T>
 QORKES_INLINE int drawPairs(StreamState* stream, int count, T* u, T* first) {
     const int status = uniforms(stream, 2 * count, u);
     if (failed(status)) return status;
-    pick(count, u, 2, first);
-    pick(count, u + 1, 2, u);
-    multiply(count, u, GaussianTraits<T>::twoPi);
+    splitPairs(count, u, first, GaussianTraits<T>::twoPi);
     return status;
 }
 

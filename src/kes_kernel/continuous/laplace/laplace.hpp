@@ -31,8 +31,7 @@ QORKES_INLINE int laplaces(StreamState* stream, int n, T* r, T a, T beta) {
         const int status = uniforms(stream, 2 * count, u);
         if (failed(status)) return status;
         T* const y = r + start;
-        pick(count, u, 2, y);
-        pick(count, u + 1, 2, u);
+        splitPairs(count, u, y);
         logarithm(count, y, y);
         scaleBySides(count, y, u, a, beta);
         return status;
