@@ -95,18 +95,15 @@ Trials trialsOf(int32_t count, double p) {
     return {count, true, 1 - ext{p}, p};
 }
 
-/// Terms of each value from 0 on, then their sums from the smallest terms on.
 void build(Table& table, const Trials& trials) {
     table.odds = round64(trials.p / trials.q);
     table.step = round64(ext{table.odds} * (ext(trials.count) + 1));
-    double sum[tableSize + 1] = {};
+    double term[tableSize] = {};
     const double q = round64(trials.q);
-    power(1, &q, static_cast<double>(trials.count), sum);
+    power(1, &q, static_cast<double>(trials.count), term);
     for (int k = 1; k < tableSize && k <= trials.count; ++k)
-        sum[k] = round64(sum[k - 1] * (ext{table.step} / k - table.odds));
-    for (int k = tableSize - 2; k >= 0; --k) sum[k] = round64(ext{sum[k]} + sum[k + 1]);
-    for (int k = 0; k < tableSize; ++k)
-        table.cumulative[k] = round64(ext{sum[0]} - sum[k + 1]);
+        term[k] = round64(term[k - 1] * (ext{table.step} / k - table.odds));
+    cumulate(term, table.cumulative);
 }
 
 int search(const Table& table, const Trials& trials, StreamState* stream, int n,
