@@ -5,6 +5,7 @@
 // and two exponential tails: Kachitvichyanukul and Schmeiser, "Binomial random variate
 // generation", Communications of the ACM 31, 1988; with the probabilities of the 32
 // values on either side of the mode kept, in units of the mode's.
+#include <kes_kernel/discrete/constants.hpp>
 #include <kes_kernel/discrete/fold.hpp>
 #include <kes_kernel/discrete/rejection.hpp>
 #include <kes_kernel/discrete/search.hpp>
@@ -23,18 +24,7 @@ constexpr int reach = 32;
 
 constexpr ext greatestTableMean = 30;
 constexpr ext leastSqueezedDistance = 20;
-constexpr double third = 0x1.5555555555555p-2;
 constexpr double sixth = 0x1.5555555555555p-3;
-
-// Stirling's series: 1/12, 1/360, 1/1260, 1/1680, 1/1188.
-constexpr double c0 = 0x1.5555555555555p-4;
-constexpr double c1 = 0x1.6c16c16c16c17p-9;
-constexpr double c2 = 0x1.a01a01a01a01ap-11;
-constexpr double c3 = 0x1.3813813813814p-11;
-constexpr double c4 = 0x1.b951e2b18ff23p-11;
-static_assert(hasPattern(c0, 0x3FB5555555555555) && hasPattern(c1, 0x3F66C16C16C16C17));
-static_assert(hasPattern(c2, 0x3F4A01A01A01A01A) && hasPattern(c3, 0x3F43813813813814));
-static_assert(hasPattern(c4, 0x3F4B951E2B18FF23));
 
 // Half the base of the triangle, and the height of the parallelograms.
 constexpr double base[] = {2.195, 4.6};
@@ -173,7 +163,9 @@ bool underRatio(const Envelope& e, const Trials& trials, int32_t y, ext v) {
     return v <= ratio;
 }
 
-ext stirling(ext z) {
+/// Stirling's, of z = 1 / x.
+ext series(ext z) {
+    using namespace stirling;
     const ext z2 = z * z;
     return z * (c0 - z2 * (c1 - z2 * (c2 - z2 * (c3 - z2 * c4))));
 }
@@ -185,9 +177,9 @@ QORKES_COLD bool underLogarithm(const Envelope& e, const Trials& trials, int32_t
     const ext above = 1 + ext(trials.count);
     const ext f1 = 1 + ext{e.mode}, f2 = above - e.mode;
     const ext w1 = 1 / (ext(y) + 1), w2 = 1 / (above - y);
-    ext sum = stirling(1 / f1) + stirling(1 / f2);
+    ext sum = series(1 / f1) + series(1 / f2);
     sum += (trials.count + 0.5L - e.mode) * logarithmOf(round64(f2 * w2));
-    sum = sum + stirling(w1) + stirling(w2);
+    sum = sum + series(w1) + series(w2);
     sum += e.centre * ext{logarithmOf(round64(f1 * w1))};
     sum += (y - ext{e.mode}) * logarithmOf(round64((above - y) * w1 * e.odds));
     return logV <= sum;

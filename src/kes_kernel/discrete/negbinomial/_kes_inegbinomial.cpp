@@ -7,6 +7,7 @@
 // mode kept, in units of the mode's. Stadlober and Zechner, "The patchwork rejection
 // technique for sampling from unimodal distributions", ACM Transactions on Modeling and
 // Computer Simulation 9, 1999.
+#include <kes_kernel/discrete/constants.hpp>
 #include <kes_kernel/discrete/rejection.hpp>
 #include <kes_kernel/discrete/search.hpp>
 #include <kes_kernel/discrete/truncate.hpp>
@@ -25,10 +26,7 @@ constexpr int reach = 64;
 constexpr ext leastEnvelopeMode = 100;
 constexpr int32_t leastUnwalked = 150;
 
-// Stirling's series: 1/12, 1/360, 1/1260.
-constexpr double c0 = 0x1.5555555555555p-4;
-constexpr double c1 = 0x1.6c16c16c16c17p-9;
-constexpr double c2 = 0x1.a01a01a01a01ap-11;
+using stirling::c0, stirling::c1, stirling::c2;
 
 struct Law {
     double a;

@@ -8,6 +8,7 @@
 // rounded once.
 #pragma once
 
+#include <kes_kernel/discrete/constants.hpp>
 #include <kes_kernel/discrete/search.hpp>
 #include <kes_kernel/discrete/truncate.hpp>
 #include <kes_kernel/kernels.hpp>
@@ -19,8 +20,6 @@ namespace ptpe {
 
 constexpr double leastMean = 27; // of the rejection method
 constexpr int squeezedMode = 100, squeezedValue = 50;
-constexpr double third = 0x1.5555555555555p-2, twelfth = 0x1.5555555555555p-4,
-                 of360th = 0x1.6c16c16c16c17p-9;
 constexpr double triangle[] = {0x1.18f5c28f5c28fp+1, 0x1.199999999999ap+1};
 constexpr double shoulder[] = {0x1.10624dd2f1aap-3, 0x1.11eb851eb851fp+3,
                                0x1.b51eb851eb852p+2};
@@ -138,8 +137,8 @@ inline bool acceptedBySqueeze(const Setup& s, int y, ext logV) {
     if (logV < above - margins[1] - gap) return true;
     const ext exact = hy * logarithmOf(round64(lambda * x)) + y +
                       (0.5L + s.mode) * s.logOfModeByMean - s.mode +
-                      (s.inverseMode - x) * twelfth +
-                      (x * x * x - s.inverseModeCubed) * of360th;
+                      (s.inverseMode - x) * stirling::c0 +
+                      (x * x * x - s.inverseModeCubed) * stirling::c1;
     return !(logV > exact);
 }
 
