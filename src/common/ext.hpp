@@ -64,6 +64,13 @@ QORKES_INLINE ext lowWordAsInteger(const double& x) {
     return result;
 }
 
+/// The pattern of a double in memory as a signed integer, loaded from there (fild).
+QORKES_INLINE ext patternAsInteger(const double& x) {
+    ext result;
+    asm("fildll %1" : "=t"(result) : "m"(x));
+    return result;
+}
+
 /// True if a constant has exactly this pattern; for static_assert beside constants.
 constexpr bool hasPattern(double x, uint64_t bits) {
     return std::bit_cast<uint64_t>(x) == bits;

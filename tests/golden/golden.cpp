@@ -203,7 +203,13 @@ struct Variant {
 };
 const Variant variants[] = {
     {"gaussian", {7, 3}},
+    {"integers", {-1000000, 999}},
     {"laplace", {7, 3}},
+    {"poisson", {0.5}},
+    {"poisson", {30}},
+    {"poisson", {1000}},
+    {"poissonv", {0.03}},
+    {"poissonv", {30}},
     {"uniform", {-3, 5}},
     {"weibull", {0.7, 1, 3}},
 };

@@ -1,6 +1,7 @@
 // Poisson and PoissonV: one value at a time by the methods' steps on the library's own
 // kernels, the chunk that method 0 keeps, and the laws.
 #include "goodness.hpp"
+#include "mapping_errors.hpp"
 #include "scripted.hpp"
 
 #include <qorkes/qor.h>
@@ -275,6 +276,170 @@ TEST(PoissonExact, FollowsItsLaw) {
                                                            mean);
                             }),
                   std::to_string(mean).c_str());
+    }
+}
+
+/// Single-precision steps: each operation is rounded.
+float sum(float a, float b) { return rounded(Ext(a) + b); }
+float product(float a, float b) { return rounded(Ext(a) * b); }
+
+std::vector<float> normals(const Stream& stream, int n, float mean = 0,
+                           float deviation = 1) {
+    std::vector<float> g(static_cast<std::size_t>(n));
+    EXPECT_EQ(_kessRngGaussian(1, stream.get(), n, g.data(), mean, deviation),
+              KesStatusOk);
+    return g;
+}
+
+/// Value of a polynomial, constant term first.
+Ext valueAt(Ext x, const double* c, int degree) {
+    Ext y = c[degree];
+    while (degree > 0) y = y * x + c[--degree];
+    return y;
+}
+
+Ints plainMethod1(const Stream& stream, int n, double lambda) {
+    const double* D = qorkes::normal_mapping::_kesiPoissonPoisnormD;
+    Ints r;
+    if (lambda >= D[0]) {
+        const Ext w = 1 / Ext(lambda);
+        const float mean = rounded(D[1] + Ext(lambda) + valueAt(w, D + 2, 2) * w),
+                    deviation = rounded(applied(
+                        _qordSqrt_HA, lambda + Ext(D[5]) + w * valueAt(w, D + 6, 2))),
+                    b1 = rounded(w * valueAt(w, D + 9, 4)),
+                    b2 = rounded(w * valueAt(w, D + 14, 4)),
+                    b3 = rounded(w * valueAt(w, D + 19, 4));
+        for (const float g : normals(stream, n, mean, deviation)) {
+            const float e = sum(g, -mean);
+            float y = sum(product(e, b3), b2);
+            y = product(sum(product(y, e), b1), e);
+            y = sum(sum(y, g), 1);
+            r.push_back(y > 0 ? truncated(y) : 0);
+        }
+    } else if (lambda >= 1) {
+        const int exponent = std::ilogb(lambda);
+        const double* R = D + 24 + 23 * exponent;
+        const Ext x = sum(rounded(std::ldexp(lambda, -exponent)), -1);
+        float c[6] = {rounded(valueAt(x, R, 2))};
+        for (int i = 1; i < 6; ++i) c[i] = rounded(valueAt(x, R + 4 * i - 1, 3));
+        for (const float g : normals(stream, n)) {
+            float t = sum(product(g, c[5]), c[4]);
+            t = sum(product(t, g), c[3]);
+            t = product(g, sum(product(t, g), c[2]));
+            const float y = sum(sum(product(t, c[1]), 1), c[0]);
+            r.push_back(y > 0 ? truncated(y) : 0);
+        }
+    } else {
+        const float end = rounded(valueAt(lambda, D + 185, 7));
+        for (const float u : take<float>(stream, n, {0, end})) {
+            float s = 1;
+            Ext term = 1;
+            int k = 0;
+            while (k < 11 && u > s) {
+                term = term * lambda / ++k;
+                s = rounded(s + term);
+            }
+            r.push_back(k);
+        }
+    }
+    return r;
+}
+
+TEST(PoissonFromNormals, Method1GivesWhatItsStepsGive) {
+    for (const double mean : {0.0, 1e-3, 0.5, 0.999999, 1.0, 1.9999999999, 2.0, 17.3,
+                              63.9, 64.0, 99.9999, 100.0, 100.7, 2000.0, 1e6}) {
+        const Stream own = twister(), plain = twister();
+        for (const int n : {1, 2, 6, 1023, 5000})
+            EXPECT_EQ(poisson(1, own, n, mean), plainMethod1(plain, n, mean))
+                << mean << ", " << n;
+    }
+    EXPECT_EQ(poisson(1, scriptedStream({0, 0.5, 0x1.fffffep-1}), 3, 0), Ints(3, 0));
+}
+
+int plainVector(float z, double L) {
+    const double* T = qorkes::vector_mapping::_kesdPoissonTab;
+    if (L < 0.0625) {
+        float u = rounded(Ext(z) * T[4]);
+        _qorsErf_HA(1, &u, &u);
+        const Ext w = std::fabs(u) * valueAt(L, T, 3);
+        Ext s = 1, term = 1;
+        int k = 0;
+        while (k < 11 && w > s) {
+            term = term * L / ++k;
+            s += term;
+        }
+        return k;
+    }
+    const int exponent = std::ilogb(L);
+    const double* C = T + 5 + 20 * std::min(exponent + 4, 17);
+    const Ext x = std::ldexp(L, -exponent) - 1.0L;
+    const Ext A = L + Ext(C[0]) + x * C[1];
+    const Ext Dv = applied(_qordSqrt_HA, L) + Ext(C[2]) + C[3] * x;
+    Ext P[4];
+    for (int i = 0; i < 4; ++i) P[i] = valueAt(x, C + 4 + 4 * i, 3);
+    const Ext y = z * (P[0] + (P[1] + (P[2] + P[3] * z) * z) * z) * Dv + (1 + A);
+    return y > 0 ? truncated(y) : 0;
+}
+
+TEST(PoissonFromNormals, EachMeanHasItsOwnRow) {
+    std::vector<double> some = {0,   1e-5, std::nextafter(0.0625, 0.0), 1e5, 0x1p21,
+                                1e8, 3e8};
+    for (double mean = 0x1p-4; mean < 0x1p14; mean *= 2) {
+        some.push_back(mean);
+        some.push_back(1.37 * mean);
+        some.push_back(std::nextafter(2 * mean, 0.0));
+    }
+    for (const int n : {1, 255, 256, 257, 3001}) {
+        std::vector<double> each;
+        for (int i = 0; i < n; ++i)
+            each.push_back(some[static_cast<std::size_t>(i) % some.size()]);
+        const Stream own = twister(), plain = twister();
+        Ints r(each.size()), expected;
+        ASSERT_EQ(_kesiRngPoissonV(0, own.get(), n, r.data(), each.data()),
+                  KesStatusOk);
+        const auto z = normals(plain, n);
+        for (std::size_t i = 0; i < each.size(); ++i)
+            expected.push_back(plainVector(z[i], each[i]));
+        EXPECT_EQ(r, expected) << n;
+    }
+}
+
+TEST(PoissonFromNormals, SharesTheSpareNormalAndEndsAtAFailingDraw) {
+    const Stream own = twister(), plain = twister();
+    normals(own, 3);
+    normals(plain, 3);
+    EXPECT_EQ(poisson(1, own, 4, 5), plainMethod1(plain, 4, 5));
+    EXPECT_EQ(normals(own, 2), normals(plain, 2));
+
+    const std::vector<double> threes(4, 3.0);
+    const auto drawn = [&](const Stream& stream, int row, int32_t* r) {
+        return row < 3 ? _kesiRngPoisson(1, stream.get(), 4, r,
+                                         row == 0   ? 0.5
+                                         : row == 1 ? 5
+                                                    : 500)
+                       : _kesiRngPoissonV(0, stream.get(), 4, r, threes.data());
+    };
+    for (int row = 0; row < 4; ++row) {
+        const Stream stream = scriptedStream({0.5});
+        script.failAt = 0;
+        Ints r(4, -5);
+        EXPECT_EQ(drawn(stream, row, r.data()), script.status) << row;
+        EXPECT_EQ(r, Ints(4, -5)) << row;
+    }
+}
+
+TEST(PoissonFromNormals, ComesNearTheLaw) {
+    const struct {
+        MappingError (*errorOf)(double);
+        double low, high, totalVariation;
+    } ranges[] = {{errorOfMethod1, 0x1p-8, 16, 1.0e-3},
+                  {errorOfMethod1, 16, 2000, 3e-4},
+                  {errorOfVectorForm, 0x1p-8, 16, 1.0e-3},
+                  {errorOfVectorForm, 16, 8192, 3e-4}};
+    for (const auto& [errorOf, low, high, totalVariation] : ranges) {
+        const MappingError error = largestError(errorOf, low, high, 25);
+        EXPECT_LE(error.totalVariation, totalVariation) << low;
+        EXPECT_LE(error.farOff, 1e-5) << low;
     }
 }
 

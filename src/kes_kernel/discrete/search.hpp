@@ -14,8 +14,20 @@ struct Cumulative {
     int count;
 };
 
+/// Cumulative probabilities from those of 0 on, which are added from the last ones, the
+/// smallest, on.
+template <int size>
+QORKES_INLINE void cumulate(const double (&term)[size], double (&cumulative)[size]) {
+    double rest[size + 1];
+    rest[size] = 0;
+    for (int k = size - 1; k >= 0; --k) rest[k] = round64(ext{rest[k + 1]} + term[k]);
+    for (int k = 0; k < size; ++k) cumulative[k] = round64(ext{rest[0]} - rest[k + 1]);
+}
+
 /// Where a search begins, by u: no entry before start[round(u * cells)] is above u,
-/// whichever way that was rounded. With no cells a search begins at 0.
+/// whichever way that was rounded. With no cells a search begins at 0. Chen and Asau,
+/// "On generating random variates from an empirical distribution", AIIE Transactions 6,
+/// 1974.
 struct Guide {
     static constexpr int greatest = 256;
     ext cells;

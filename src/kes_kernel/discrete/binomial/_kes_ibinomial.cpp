@@ -5,6 +5,7 @@
 // and two exponential tails: Kachitvichyanukul and Schmeiser, "Binomial random variate
 // generation", Communications of the ACM 31, 1988; with the probabilities of the 32
 // values on either side of the mode kept, in units of the mode's.
+#include <kes_kernel/discrete/constants.hpp>
 #include <kes_kernel/discrete/fold.hpp>
 #include <kes_kernel/discrete/rejection.hpp>
 #include <kes_kernel/discrete/search.hpp>
@@ -23,18 +24,7 @@ constexpr int reach = 32;
 
 constexpr ext greatestTableMean = 30;
 constexpr ext leastSqueezedDistance = 20;
-constexpr double third = 0x1.5555555555555p-2;
 constexpr double sixth = 0x1.5555555555555p-3;
-
-// Stirling's series: 1/12, 1/360, 1/1260, 1/1680, 1/1188.
-constexpr double c0 = 0x1.5555555555555p-4;
-constexpr double c1 = 0x1.6c16c16c16c17p-9;
-constexpr double c2 = 0x1.a01a01a01a01ap-11;
-constexpr double c3 = 0x1.3813813813814p-11;
-constexpr double c4 = 0x1.b951e2b18ff23p-11;
-static_assert(hasPattern(c0, 0x3FB5555555555555) && hasPattern(c1, 0x3F66C16C16C16C17));
-static_assert(hasPattern(c2, 0x3F4A01A01A01A01A) && hasPattern(c3, 0x3F43813813813814));
-static_assert(hasPattern(c4, 0x3F4B951E2B18FF23));
 
 // Half the base of the triangle, and the height of the parallelograms.
 constexpr double base[] = {2.195, 4.6};
@@ -95,18 +85,15 @@ Trials trialsOf(int32_t count, double p) {
     return {count, true, 1 - ext{p}, p};
 }
 
-/// Terms of each value from 0 on, then their sums from the smallest terms on.
 void build(Table& table, const Trials& trials) {
     table.odds = round64(trials.p / trials.q);
     table.step = round64(ext{table.odds} * (ext(trials.count) + 1));
-    double sum[tableSize + 1] = {};
+    double term[tableSize] = {};
     const double q = round64(trials.q);
-    power(1, &q, static_cast<double>(trials.count), sum);
+    power(1, &q, static_cast<double>(trials.count), term);
     for (int k = 1; k < tableSize && k <= trials.count; ++k)
-        sum[k] = round64(sum[k - 1] * (ext{table.step} / k - table.odds));
-    for (int k = tableSize - 2; k >= 0; --k) sum[k] = round64(ext{sum[k]} + sum[k + 1]);
-    for (int k = 0; k < tableSize; ++k)
-        table.cumulative[k] = round64(ext{sum[0]} - sum[k + 1]);
+        term[k] = round64(term[k - 1] * (ext{table.step} / k - table.odds));
+    cumulate(term, table.cumulative);
 }
 
 int search(const Table& table, const Trials& trials, StreamState* stream, int n,
@@ -176,7 +163,9 @@ bool underRatio(const Envelope& e, const Trials& trials, int32_t y, ext v) {
     return v <= ratio;
 }
 
-ext stirling(ext z) {
+/// Stirling's, of z = 1 / x.
+ext series(ext z) {
+    using namespace stirling;
     const ext z2 = z * z;
     return z * (c0 - z2 * (c1 - z2 * (c2 - z2 * (c3 - z2 * c4))));
 }
@@ -188,9 +177,9 @@ QORKES_COLD bool underLogarithm(const Envelope& e, const Trials& trials, int32_t
     const ext above = 1 + ext(trials.count);
     const ext f1 = 1 + ext{e.mode}, f2 = above - e.mode;
     const ext w1 = 1 / (ext(y) + 1), w2 = 1 / (above - y);
-    ext sum = stirling(1 / f1) + stirling(1 / f2);
+    ext sum = series(1 / f1) + series(1 / f2);
     sum += (trials.count + 0.5L - e.mode) * logarithmOf(round64(f2 * w2));
-    sum = sum + stirling(w1) + stirling(w2);
+    sum = sum + series(w1) + series(w2);
     sum += e.centre * ext{logarithmOf(round64(f1 * w1))};
     sum += (y - ext{e.mode}) * logarithmOf(round64((above - y) * w1 * e.odds));
     return logV <= sum;
@@ -204,7 +193,11 @@ bool isAccepted(const Envelope& e, const Trials& trials, int32_t y, ext v) {
     const ext square = k * (k * third + 0.625L) + sixth;
     const ext margin = k * e.perVariance * (square * e.perVariance + 0.5L);
     const ext normal = -k * k * 0.5L * e.perVariance;
-    const ext logV = logarithmOf(round64(v));
+    const double rounded = round64(v);
+    const RoughLog rough = roughLog(rounded);
+    if (rough.greatest < normal - margin) return true;
+    if (rough.least > normal + margin) return false;
+    const ext logV = logarithmOf(rounded);
     if (logV < normal - margin) return true;
     if (logV > normal + margin) return false;
     return underLogarithm(e, trials, y, logV);

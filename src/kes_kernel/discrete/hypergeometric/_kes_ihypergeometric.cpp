@@ -7,6 +7,7 @@
 // variates", Journal of Statistical Computation and Simulation 22, 1985; with the
 // probabilities of the 32 values on either side of the mode kept, in units of the
 // mode's.
+#include <kes_kernel/discrete/constants.hpp>
 #include <kes_kernel/discrete/fold.hpp>
 #include <kes_kernel/discrete/rejection.hpp>
 #include <kes_kernel/discrete/search.hpp>
@@ -28,15 +29,13 @@ constexpr int32_t leastSqueezedMode = 100;
 constexpr int32_t greatestWalked = 200;
 constexpr double upperMargin = 0.0034;
 constexpr double lowerMargin = 0.0078;
-constexpr double third = 0x1.5555555555555p-2;
 static_assert(hasPattern(upperMargin, 0x3F6BDA5119CE075F));
 static_assert(hasPattern(lowerMargin, 0x3F7FF2E48E8A71DE));
 
-// Stirling's formula: ln(sqrt(2 pi)), four times that, 1/12 and 1/360.
+// Stirling's formula: ln(sqrt(2 pi)), and four times that.
 constexpr double logRootTwoPi = 0x1.d67f1c864beb5p-1;
 constexpr double fourLogRootsTwoPi = 0x1.d67f1c864beb5p1;
-constexpr double c0 = 0x1.5555555555555p-4;
-constexpr double c1 = 0x1.6c16c16c16c17p-9;
+using stirling::c0, stirling::c1;
 static_assert(hasPattern(logRootTwoPi, 0x3FED67F1C864BEB5));
 static_assert(hasPattern(fourLogRootsTwoPi, 0x400D67F1C864BEB5));
 

@@ -7,6 +7,7 @@
 // mode kept, in units of the mode's. Stadlober and Zechner, "The patchwork rejection
 // technique for sampling from unimodal distributions", ACM Transactions on Modeling and
 // Computer Simulation 9, 1999.
+#include <kes_kernel/discrete/constants.hpp>
 #include <kes_kernel/discrete/rejection.hpp>
 #include <kes_kernel/discrete/search.hpp>
 #include <kes_kernel/discrete/truncate.hpp>
@@ -25,10 +26,7 @@ constexpr int reach = 64;
 constexpr ext leastEnvelopeMode = 100;
 constexpr int32_t leastUnwalked = 150;
 
-// Stirling's series: 1/12, 1/360, 1/1260.
-constexpr double c0 = 0x1.5555555555555p-4;
-constexpr double c1 = 0x1.6c16c16c16c17p-9;
-constexpr double c2 = 0x1.a01a01a01a01ap-11;
+using stirling::c0, stirling::c1, stirling::c2;
 
 struct Law {
     double a;
@@ -140,9 +138,10 @@ bool findBorders(Borders& b, const Law& law) {
 ext logProbability(const Law& law, int32_t value) {
     const ext x = value, successes = x + law.less;
     const ext w1 = 1 / x, w2 = 1 / successes, z1 = w1 * w1, z2 = w2 * w2;
-    return law.less * logarithmOf(round64(successes)) +
-           (0.5L + x) * logarithmOf(round64(law.q + law.less * law.q * w1)) +
-           (c0 - z1 * (c1 - z1 * c2)) * w1 - (c0 + z2 * (c1 + z2 * c2)) * w2;
+    double logs[] = {round64(successes), round64(law.q + law.less * law.q * w1)};
+    logarithm(2, logs, logs);
+    return law.less * logs[0] + (0.5L + x) * logs[1] + (c0 - z1 * (c1 - z1 * c2)) * w1 -
+           (c0 + z2 * (c1 + z2 * c2)) * w2;
 }
 
 /// The probability of x - 1 if that of x is f.
@@ -251,7 +250,12 @@ void build(Envelope& e, const Law& law, const Borders& b) {
 }
 
 bool underLogarithm(const Envelope& e, const Law& law, int32_t y, ext v) {
-    return logProbability(law, y) - e.logAtMode >= logarithmOf(round64(v));
+    const ext least = logProbability(law, y) - e.logAtMode;
+    const double rounded = round64(v);
+    const RoughLog rough = roughLog(rounded);
+    if (rough.greatest < least) return true;
+    if (rough.least > least) return false;
+    return least >= logarithmOf(rounded);
 }
 
 /// v <= f(y) / f(mode) for y from the mode on; below it come only numbers too great for
@@ -278,8 +282,31 @@ bool isUnderLeft(const Envelope& e, const Law& law, int32_t y, ext v) {
     return true;
 }
 
-QORKES_INLINE bool attempt(const Envelope& e, const Law& law, double u, double v,
-                           int32_t& y) {
+QORKES_INLINE bool isOfTriangle(const Envelope& e, double u) {
+    return u > e.area[rectangle] && u <= e.area[leftTriangle];
+}
+
+QORKES_INLINE const Triangle& triangleAt(const Envelope& e, double u) {
+    return u <= e.area[rightTriangle] ? e.right : e.left;
+}
+
+/// The square roots that the attempts of a block need, in their order.
+struct Roots {
+    double root[blockSize / 2];
+    const double* next;
+};
+
+void takeRoots(const Envelope& e, const double* u, int count, Roots& roots) {
+    int found = 0;
+    for (int j = 0; j < count; j += 2)
+        if (isOfTriangle(e, u[j]))
+            roots.root[found++] = round64(at(triangleAt(e, u[j]).square, u[j]));
+    squareRoot(found, roots.root, roots.root);
+    roots.next = roots.root;
+}
+
+QORKES_INLINE bool attempt(const Envelope& e, const Law& law, Roots& roots, double u,
+                           double v, int32_t& y) {
     if (u <= e.area[rectangle]) {
         const ext x = at(e.base, u);
         y = truncate(x);
@@ -287,15 +314,14 @@ QORKES_INLINE bool attempt(const Envelope& e, const Law& law, double u, double v
             return at(e.leftBound, x) >= v || isUnderLeft(e, law, y, v);
         return at(e.rightBound, x) >= v || isUnderRight(e, law, y, v);
     }
-    if (u <= e.area[leftTriangle]) {
-        const bool isRight = u <= e.area[rightTriangle];
-        const Triangle& side = isRight ? e.right : e.left;
-        const ext t = squareRootOf(round64(at(side.square, u)));
+    if (isOfTriangle(e, u)) {
+        const Triangle& side = triangleAt(e, u);
+        const ext t = *roots.next++;
         const ext height = t * v * side.height, x = side.apex - t * side.width;
         y = truncate(x);
         if (height <= at(side.bound, x)) return true;
-        return isRight ? isUnderRight(e, law, y, height)
-                       : isUnderLeft(e, law, y, height);
+        return &side == &e.right ? isUnderRight(e, law, y, height)
+                                 : isUnderLeft(e, law, y, height);
     }
     const bool isRight = u <= e.area[rightTail];
     const Tail& end = isRight ? e.rightEnd : e.leftEnd;
@@ -314,9 +340,14 @@ int draw(Setup& setup, const Law& law, bool known, StreamState* stream, int n,
         return search(setup.cumulative, law, stream, n, r);
     }
     if (!known) build(setup.envelope, law, borders);
-    return acceptInto<blockSize>(stream, n, r, [&](double u, double v, int32_t& y) {
-        return attempt(setup.envelope, law, u, v, y);
-    });
+    const Envelope& e = setup.envelope;
+    Roots roots;
+    return acceptInto<blockSize>(
+        stream, n, r,
+        [&](const double* u, int count) { takeRoots(e, u, count, roots); },
+        [&](double u, double v, int32_t& y) {
+            return attempt(e, law, roots, u, v, y);
+        });
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <common/bits.hpp>
 #include <kes_kernel/discrete/in_place.hpp>
 #include <kes_kernel/discrete/polynomial.hpp>
+#include <kes_kernel/discrete/truncate.hpp>
 #include <kes_kernel/frame.hpp>
 #include <kes_kernel/kernels.hpp>
 
@@ -49,7 +50,7 @@ struct Large {
         const __m128 bend =
             _mm_mul_ps(timesPlus(timesPlus(e, lanes(b3), lanes(b2)), e, lanes(b1)), e);
         const __m128 y = _mm_add_ps(_mm_add_ps(bend, g), lanes(1));
-        return _mm_max_ps(_mm_setzero_ps(), y);
+        return _mm_max_ps(y, _mm_setzero_ps());
     }
 };
 
@@ -98,19 +99,25 @@ struct Small {
     }
 };
 
-/// The mapped floats, truncated to integers, in their place.
+/// A mapped float as an integer; it is not negative, and great for an infinite normal.
+QORKES_INLINE int truncated(float y) {
+    return y < 0x1p31f ? _mm_cvttss_si32(_mm_set_ss(y)) : truncate(ext{y});
+}
+
+/// Variates of n floats, in their place.
 template <class Map>
 QORKES_NOINLINE void mapInPlace(int n, int32_t* r, const Map& map) {
     const auto* x = reinterpret_cast<const FloatInPlace*>(r);
+    alignas(16) float y[4];
     int i = 0;
     for (; i < n - 3; i += 4) {
-        const __m128 y = map(_mm_loadu_ps(x + i));
-        auto* pairs = reinterpret_cast<__m64*>(r + i);
-        pairs[0] = _mm_cvttps_pi32(y);
-        pairs[1] = _mm_cvttps_pi32(_mm_movehl_ps(y, y));
+        _mm_store_ps(y, map(_mm_loadu_ps(x + i)));
+        for (int k = 0; k < 4; ++k) r[i + k] = truncated(y[k]);
     }
-    _mm_empty();
-    for (; i < n; ++i) r[i] = _mm_cvttss_si32(map(_mm_load_ss(x + i)));
+    for (; i < n; ++i) {
+        _mm_store_ss(y, map(_mm_load_ss(x + i)));
+        r[i] = truncated(y[0]);
+    }
 }
 
 template <class Map>

@@ -8,17 +8,18 @@
 // rounded once.
 #pragma once
 
+#include <kes_kernel/discrete/constants.hpp>
+#include <kes_kernel/discrete/search.hpp>
 #include <kes_kernel/discrete/truncate.hpp>
-#include <kes_kernel/frame.hpp>
 #include <kes_kernel/kernels.hpp>
+
+#include <limits>
 
 namespace qorkes {
 namespace ptpe {
 
 constexpr double leastMean = 27; // of the rejection method
 constexpr int squeezedMode = 100, squeezedValue = 50;
-constexpr double third = 0x1.5555555555555p-2, twelfth = 0x1.5555555555555p-4,
-                 of360th = 0x1.6c16c16c16c17p-9;
 constexpr double triangle[] = {0x1.18f5c28f5c28fp+1, 0x1.199999999999ap+1};
 constexpr double shoulder[] = {0x1.10624dd2f1aap-3, 0x1.11eb851eb851fp+3,
                                0x1.b51eb851eb852p+2};
@@ -35,7 +36,7 @@ static_assert(hasPattern(leftTail[2], 0x4025B851EB851EB8)); // 10.86
 static_assert(hasPattern(margins[0], 0x3F4B866E43AA79BC));  // 0.00084
 static_assert(hasPattern(margins[1], 0x3F70624DD2F1A9FC));  // 0.004
 
-constexpr int ratios = 16, searched = 32;
+constexpr int blockLength = 512, ratios = 16, searched = 32;
 
 /// The stream's chunk: two set-ups, each with the mean it is for.
 struct Setup {
@@ -60,88 +61,19 @@ inline Setup emptySetup() {
 
 // ---- Search ----
 
-/// r[i] = variate(u) of a double uniform each, drawn in blocks.
-template <class Variate>
-QORKES_INLINE int drawInBlocks(StreamState* stream, int n, int32_t* r,
-                               Variate&& variate) {
-    constexpr int blockLength = 512;
-    int status = KesStatusOk;
-    for (int i = 0; i < n; i += blockLength) {
-        double u[blockLength];
-        const int count = n - i < blockLength ? n - i : blockLength;
-        status = uniforms(stream, count, u);
-        if (failed(status)) return status;
-        for (int k = 0; k < count; ++k) r[i + k] = variate(u[k]);
-    }
-    return status;
-}
-
-/// Terms are added from the smallest on.
 inline void setUpSearch(Setup& s, double mean) {
-    double term[searched], suffix[searched + 1];
+    double term[searched];
     term[0] = exponentialOf(-mean);
     for (int k = 1; k < searched; ++k) term[k] = round64(term[k - 1] * (ext{mean} / k));
-    suffix[searched] = 0;
-    for (int k = searched - 1; k >= 0; --k)
-        suffix[k] = round64(ext{suffix[k + 1]} + term[k]);
-    for (int k = 0; k < searched; ++k)
-        s.cumulative[k] = round64(ext{suffix[0]} - suffix[k + 1]);
+    cumulate(term, s.cumulative);
     s.searchMean = mean;
 }
 
-/// Beyond the table. The sum may stay below u for ever: where a term adds nothing to
-/// it, the search is over.
-QORKES_COLD int searchOn(const Setup& s, double mean, double u) {
-    if (mean == 0) return 0;
-    ext sum = s.cumulative[searched - 1];
-    ext term = sum - s.cumulative[searched - 2];
-    for (int j = searched;; ++j) {
-        term = term * mean / j;
-        const ext next = sum + term;
-        if (u < next || next == sum) return j;
-        sum = next;
-    }
-}
-
-/// From value k on, which is no greater than the result.
-QORKES_INLINE int search(const Setup& s, double mean, double u, int k) {
-    for (; k < searched; ++k)
-        if (u < s.cumulative[k]) return k;
-    return searchOn(s, mean, u);
-}
-
-/// Where searches may begin, by cells of u: Chen and Asau's guide table ("On generating
-/// random variates from an empirical distribution", AIIE Transactions 6, 1974). It
-/// changes no result, and its set-up takes the time of a few dozen plain searches.
-struct Guide {
-    static constexpr int cells = 256, worthwhile = 100;
-    unsigned char first[cells + 1];
-
-    /// The margin is for the rounding in cellOf.
-    explicit Guide(const Setup& s) {
-        int k = 0;
-        for (int cell = 0; cell <= cells; ++cell) {
-            const double low = cell * (1.0 / cells) - 0x1p-40;
-            while (k < searched - 1 && s.cumulative[k] <= low) ++k;
-            first[cell] = static_cast<unsigned char>(k);
-        }
-    }
-    /// A stream of the caller's may deliver any number: it gets some cell.
-    QORKES_INLINE int operator[](double u) const {
-        const double shifted = round64(u + 1.0L);
-        const uint32_t cell = (highWord(shifted) - 0x3FF00000) >> 12;
-        return u >= 0 ? first[cell < cells ? cell : cells] : 0;
-    }
-};
-
 inline int drawSearched(StreamState* stream, int n, int32_t* r, double mean, Setup& s) {
     if (mean != s.searchMean) setUpSearch(s, mean);
-    if (n < Guide::worthwhile)
-        return drawInBlocks(stream, n, r,
-                            [&](double u) { return search(s, mean, u, 0); });
-    const Guide guide(s);
-    return drawInBlocks(stream, n, r,
-                        [&](double u) { return search(s, mean, u, guide[u]); });
+    const int32_t last = mean == 0 ? 0 : std::numeric_limits<int32_t>::max();
+    const auto next = [mean](int32_t x, ext term) { return term * mean / x; };
+    return searchInto<blockLength>(stream, n, r, {s.cumulative, searched}, last, next);
 }
 
 // ---- Rejection ----
@@ -205,8 +137,8 @@ inline bool acceptedBySqueeze(const Setup& s, int y, ext logV) {
     if (logV < above - margins[1] - gap) return true;
     const ext exact = hy * logarithmOf(round64(lambda * x)) + y +
                       (0.5L + s.mode) * s.logOfModeByMean - s.mode +
-                      (s.inverseMode - x) * twelfth +
-                      (x * x * x - s.inverseModeCubed) * of360th;
+                      (s.inverseMode - x) * stirling::c0 +
+                      (x * x * x - s.inverseModeCubed) * stirling::c1;
     return !(logV > exact);
 }
 
