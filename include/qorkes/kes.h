@@ -350,10 +350,10 @@ QORKES_API int __kesiBRngMT2203(StreamState* stream, int n, uint32_t* r);
  * Niederreiter, "Implementation and tests of low-discrepancy sequences", ACM
  * Transactions on Modeling and Computer Simulation 2, 1992.
  *
- * Seed, delivery, selection of a dimension and the state are as with Sobol below, and so
- * is a skip from the start of a point. A skip from inside a point that leads out of it
- * goes on two points before the one that Sobol would go on at, or at the present point
- * where that comes later; the component is the same.
+ * Seed, delivery, selection of a dimension and the state are as with Sobol below, and
+ * so is a skip from the start of a point. A skip from inside a point that leads out of
+ * it goes on two points before the one that Sobol would go on at, or at the present
+ * point where that comes later; the component is the same.
  */
 #define KesNiederrDimensions 318
 
@@ -956,10 +956,11 @@ QORKES_API double __kesdSqrt(double x);
  *     convolution   z[k] = sum over j of x[j] y[start + k dec - j]
  *     correlation   z[k] = sum over i of x[i] y[i + start + k dec]
  *
- * over all indices that lie inside both arrays; an empty sum is 0. In several dimensions
- * every index has that many entries, and start and dec one for each. The full result has
- * nx + ny - 1 places in a dimension: 0 to nx + ny - 2 of a convolution, the lags 1 - nx
- * to ny - 1 of a correlation. z is any part of it, every dec-th place from start on:
+ * over all indices that lie inside both arrays; an empty sum is 0. In several
+ * dimensions every index has that many entries, and start and dec one for each. The
+ * full result has nx + ny - 1 places in a dimension: 0 to nx + ny - 2 of a convolution,
+ * the lags 1 - nx to ny - 1 of a correlation. z is any part of it, every dec-th place
+ * from start on:
  *
  *     const double x[3] = {1, 2, 3}, y[5] = {4, 5, 6, 7, 8};
  *     double z[7];
@@ -980,9 +981,9 @@ QORKES_API double __kesdSqrt(double x);
  *                                   0 3 4 0
  *
  * A stride tells how far apart, in elements, neighbours of a dimension lie. A null
- * pointer stands for dense strides: 1, and from there on the products of the shape. With
- * a negative stride the pointer is still the lowest address, and element 0 lies furthest
- * from it. Stride 0 repeats one element of x or y.
+ * pointer stands for dense strides: 1, and from there on the products of the shape.
+ * With a negative stride the pointer is still the lowest address, and element 0 lies
+ * furthest from it. Stride 0 repeats one element of x or y.
  *
  * A task is made once and executed any number of times. A failure sticks: once an edit
  * or an execution has failed, every further edit, commit, copy and execution returns
@@ -1107,7 +1108,8 @@ QORKES_API int __kesccGetStatus(const TaskRecord* task);
  * ranks use the double kernel. What is refused gives KesStatusCcNotImplemented.
  *
  * Status: the task's own if that is a failure; else that of the kernel, which the task
- * keeps. Kernels test before they write to z; KesStatusCcNoMemory leaves z alone too. */
+ * keeps. Kernels test before they write to z; KesStatusCcNoMemory leaves z alone too.
+ */
 QORKES_API int __kesExec(TaskRecord* task, const void* x, const int* xstride,
                          const void* y, const int* ystride, void* z,
                          const int* zstride);
@@ -1124,14 +1126,14 @@ QORKES_API int __kesExecX(TaskRecord* task, const void* y, const int* ystride, v
  * numbers of elements; the arrays of DirectAll have an entry for each dimension.
  *
  * Tests of Direct1D and Fft1D: x null, xshape below 1; y null, yshape below 1; z null,
- * zshape below 1, zstride 0; start outside the full result; decimation below 1 or a last
- * element of z outside the full result. DirectAll tests x, y, z for null, and then in
- * each dimension the shapes, zstride, start and decimation.
+ * zshape below 1, zstride 0; start outside the full result; decimation below 1 or a
+ * last element of z outside the full result. DirectAll tests x, y, z for null, and then
+ * in each dimension the shapes, zstride, start and decimation.
  *
  * Direct kernels, double: products are summed in extended precision (as the caller has
  * set the x87 unit), rounded once in one dimension and after each run over dimension 0
- * in several. Float: every product and sum is rounded, and in one dimension the order of
- * summation depends on the address of y. FFT kernels: see zubsConv for the error.
+ * in several. Float: every product and sum is rounded, and in one dimension the order
+ * of summation depends on the address of y. FFT kernels: see zubsConv for the error.
  *
  * DirectAll does not look at the stride of dimension 0 where those of the higher
  * dimensions are dense: it reads and writes such an array as dense altogether.

@@ -122,7 +122,8 @@ constexpr const char* kernelsOfUnit[] = {
     "_qordAtan2_HA", "_qordPow_50",  "_qorsAcos_HA",    "_qorsAsin_HA",
     "_qorsAtan_21",  "_qorsSqrt_HA", "_qorsInvSqrt_HA",
 };
-/// Distributions whose floats need a square root.
+/// Distributions whose floats need a square root; Poisson variates may be made of
+/// those.
 constexpr const char* distributionsOfUnit[] = {"beta", "gamma", "gaussian", "lognormal",
                                                "rayleigh"};
 
@@ -202,17 +203,24 @@ struct Variant {
     std::vector<double> parameters;
 };
 const Variant variants[] = {
-    {"gaussian", {7, 3}},
-    {"integers", {-1000000, 999}},
-    {"laplace", {7, 3}},
-    {"poisson", {0.5}},
-    {"poisson", {30}},
-    {"poisson", {1000}},
-    {"poissonv", {0.03}},
-    {"poissonv", {30}},
-    {"uniform", {-3, 5}},
-    {"weibull", {0.7, 1, 3}},
+    {"beta", {0.3, 0.3, 0, 1}},  {"beta", {0.7, 0.8, 0, 1}},
+    {"beta", {0.5, 2, 0, 1}},    {"beta", {1, 3, 0, 1}},
+    {"binomial", {10000, 0.25}}, {"gamma", {0.3, 0, 1}},
+    {"gamma", {0.7, 0, 1}},      {"hypergeometric", {1000, 300, 400}},
+    {"negbinomial", {0.5, 0.3}}, {"negbinomial", {50, 0.3}},
+    {"gaussian", {7, 3}},        {"integers", {-1000000, 999}},
+    {"laplace", {7, 3}},         {"poisson", {0.5}},
+    {"poisson", {30}},           {"poisson", {1000}},
+    {"poissonv", {0.03}},        {"poissonv", {30}},
+    {"uniform", {-3, 5}},        {"weibull", {0.7, 1, 3}},
 };
+
+template <class T> bool isOfUnit(const std::string& distribution, int method) {
+    if constexpr (std::is_same_v<T, float>)
+        return isAmong(distribution, distributionsOfUnit);
+    else
+        return distribution == "poissonv" || (distribution == "poisson" && method == 1);
+}
 
 void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
               int method, const std::vector<double>& parameters) {
@@ -229,8 +237,7 @@ void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
             return draw(method, stream, n, r, parameters.data());
         };
         rows.push_back({name + kind, drawnFrom<T>(KesBrngMCG59, 1, one),
-                        std::is_same_v<T, float> &&
-                            isAmong(distribution.name, distributionsOfUnit)});
+                        isOfUnit<T>(distribution.name, method)});
     };
     add(" doubles", distribution.doubles);
     add(" floats", distribution.singles);
