@@ -125,6 +125,8 @@ constexpr const char* kernelsOfUnit[] = {
 /// Distributions whose floats need a square root.
 constexpr const char* distributionsOfUnit[] = {"beta", "gamma", "gaussian", "lognormal",
                                                "rayleigh"};
+/// Algorithms for integers that draw such floats.
+constexpr const char* integersOfUnit[] = {"poisson by 1", "poissonv"};
 
 template <std::size_t n>
 bool isAmong(const std::string& name, const char* const (&names)[n]) {
@@ -202,22 +204,18 @@ struct Variant {
     std::vector<double> parameters;
 };
 const Variant variants[] = {
-    {"gaussian", {7, 3}},
-    {"integers", {-1000000, 999}},
-    {"laplace", {7, 3}},
-    {"poisson", {0.5}},
-    {"poisson", {30}},
-    {"poisson", {1000}},
-    {"poissonv", {0.03}},
-    {"poissonv", {30}},
-    {"uniform", {-3, 5}},
-    {"weibull", {0.7, 1, 3}},
+    {"gaussian", {7, 3}}, {"integers", {-1000000, 999}},
+    {"laplace", {7, 3}},  {"poisson", {0.5}},
+    {"poisson", {30}},    {"poisson", {1000}},
+    {"poissonv", {0.03}}, {"poissonv", {30}},
+    {"uniform", {-3, 5}}, {"weibull", {0.7, 1, 3}},
 };
 
 void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
               int method, const std::vector<double>& parameters) {
     std::string name = distribution.name;
     if (!distribution.methods.empty()) name += " by " + std::to_string(method);
+    const bool isOfUnit = isAmong(name, integersOfUnit);
     for (const double x : parameters) {
         std::ostringstream text;
         text << ' ' << x;
@@ -229,8 +227,8 @@ void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
             return draw(method, stream, n, r, parameters.data());
         };
         rows.push_back({name + kind, drawnFrom<T>(KesBrngMCG59, 1, one),
-                        std::is_same_v<T, float> &&
-                            isAmong(distribution.name, distributionsOfUnit)});
+                        isOfUnit || (std::is_same_v<T, float> &&
+                                     isAmong(distribution.name, distributionsOfUnit))});
     };
     add(" doubles", distribution.doubles);
     add(" floats", distribution.singles);
