@@ -65,16 +65,18 @@ template <class Law> Value searched(const Law& law, const double* entry, double 
     return x;
 }
 
-/// Uniforms for every region: odd ones small by any power of two, even ones next to 1,
-/// and the ends of the range.
+/// Uniforms for every region: even ones next to 1, odd ones next to 1 or small by any
+/// power of two, then zeros and the ends of the range.
 inline std::vector<double> searchingUniforms(int n) {
     std::mt19937_64 engine(5);
     const auto uniform = [&] { return std::ldexp(double(engine() >> 11), -53); };
     const double greatest = 1 - 0x1p-53;
     std::vector<double> u = {0, 0, greatest, 0, greatest, 0.5};
+    for (int i = 0; i < 100; ++i) u.insert(u.end(), {0.01 * i, 0});
     while (u.size() < static_cast<std::size_t>(n)) {
         u.push_back(engine() % 4 ? uniform() : 1 - uniform() / 16);
-        u.push_back(engine() % 2 ? uniform() : std::exp2(-32 * uniform()));
+        const double v[] = {uniform(), 1 - uniform() / 32, std::exp2(-32 * uniform())};
+        u.push_back(v[engine() % 3]);
     }
     return u;
 }

@@ -105,7 +105,7 @@ constexpr Binomial laws[] = {
     {50, 0.3, true},       {62, 0.4, true},      {63, 0.4, true},
     {64, 0.4, true},       {100, 0.3, true},     {100000, 0.000299, true},
     {120, 0.25, false},    {60, 0.5, false},     {120, 0.75, false},
-    {40000, 0.001, false}, {150, 0.7, false},    {10000, 0.25, false},
+    {66000, 0.001, false}, {150, 0.7, false},    {10000, 0.25, false},
     {1000, 0.9, false},    {1000000, 0.5, false}};
 
 TEST(Binomial, AgreesWithItsRecomputation) { expectAgreement(laws); }
@@ -115,6 +115,8 @@ TEST(Binomial, FitsItsDistribution) { expectFits(laws); }
 TEST(Binomial, KeepsItsSetup) {
     expectKept(laws[3], laws[14]);
     expectKept(laws[14], laws[3]);
+    expectKept(laws[14], Binomial{10001, 0.25, false});
+    expectKept(laws[14], Binomial{10000, 0.26, false});
 }
 
 TEST(Binomial, NoTrialsMatchTheKeyOfANewSetup) {
