@@ -104,7 +104,7 @@ template <class Law> void compareSetup(const double* c, const Law& law) {
 /// Draws n values while `failAt` draws succeed, and compares: the set-up, the values,
 /// the counts of uniforms. After a failure the values are as they were before the end.
 template <class Law> void expectDraws(const Law& law, int n, int failAt = -1) {
-    const auto numbers = searchingUniforms(40 * n + 2000);
+    const auto numbers = searchingUniforms(16 * n + 2000);
     const Stream stream = scriptedStream(numbers);
     script.failAt = failAt;
     std::vector<int32_t> r(n, -7), wanted;
@@ -128,6 +128,7 @@ template <class Law> void expectDraws(const Law& law, int n, int failAt = -1) {
             if (x) wanted.push_back(failAt < 0 ? law.unfolded(*x) : *x);
         }
     }
+    ASSERT_LE(u, numbers.data() + numbers.size());
     r.resize(wanted.size()); // a rejected value may stand behind
     EXPECT_EQ(r, wanted);
     EXPECT_EQ(script.counts, counts);
