@@ -49,6 +49,9 @@ constexpr DrawnRow<float> singles[] = {
 };
 
 constexpr DrawnRow<std::int32_t> integers[] = {
+    {"Bernoulli(0.3)", "GSL bernoulli(0.3)", drawBy<_kesiRngBernoulli>, 0, {0.3}},
+    {"Bernoulli(0.3)", "std bernoulli(0.3)", drawBy<_kesiRngBernoulli>, 0, {0.3}},
+    {"Bernoulli(0.3)", "Boost bernoulli(0.3)", drawBy<_kesiRngBernoulli>, 0, {0.3}},
     {"Binomial(50, 0.3)",
      "GSL binomial(50, 0.3)",
      drawBy<_kesiRngBinomial>,
@@ -79,6 +82,9 @@ constexpr DrawnRow<std::int32_t> integers[] = {
      drawBy<_kesiRngBinomial>,
      0,
      {10000, 0.25}},
+    {"Geometric(0.3)", "GSL geometric(0.3)", drawBy<_kesiRngGeometric>, 0, {0.3}},
+    {"Geometric(0.3)", "std geometric(0.3)", drawBy<_kesiRngGeometric>, 0, {0.3}},
+    {"Geometric(0.3)", "Boost geometric(0.3)", drawBy<_kesiRngGeometric>, 0, {0.3}},
     {"Hypergeometric(100, 20, 30)",
      "GSL hypergeometric(100, 20, 30)",
      drawBy<_kesiRngHypergeometric>,
@@ -119,6 +125,21 @@ constexpr DrawnRow<std::int32_t> integers[] = {
      drawBy<_kesiRngNegbinomial>,
      0,
      {50, 0.1}},
+    {"Poisson 0 (3)", "GSL poisson(3)", drawBy<_kesiRngPoisson>, 0, {3}},
+    {"Poisson 0 (3)", "std poisson(3)", drawBy<_kesiRngPoisson>, 0, {3}},
+    {"Poisson 0 (3)", "Boost poisson(3)", drawBy<_kesiRngPoisson>, 0, {3}},
+    {"Poisson 0 (30)", "GSL poisson(30)", drawBy<_kesiRngPoisson>, 0, {30}},
+    {"Poisson 0 (30)", "std poisson(30)", drawBy<_kesiRngPoisson>, 0, {30}},
+    {"Poisson 0 (30)", "Boost poisson(30)", drawBy<_kesiRngPoisson>, 0, {30}},
+    {"Poisson 0 (1000)", "GSL poisson(1000)", drawBy<_kesiRngPoisson>, 0, {1000}},
+    {"Poisson 0 (1000)", "std poisson(1000)", drawBy<_kesiRngPoisson>, 0, {1000}},
+    {"Poisson 0 (1000)", "Boost poisson(1000)", drawBy<_kesiRngPoisson>, 0, {1000}},
+    {"Poisson 1 (1000)", "GSL poisson(1000)", drawBy<_kesiRngPoisson>, 1, {1000}},
+    {"Poisson 1 (1000)", "std poisson(1000)", drawBy<_kesiRngPoisson>, 1, {1000}},
+    {"Poisson 1 (1000)", "Boost poisson(1000)", drawBy<_kesiRngPoisson>, 1, {1000}},
+    {"Uniform(0, 100)", "GSL uniform(0, 100)", drawBy<_kesiRngUniform>, 0, {0, 100}},
+    {"Uniform(0, 100)", "std uniform(0, 100)", drawBy<_kesiRngUniform>, 0, {0, 100}},
+    {"Uniform(0, 100)", "Boost uniform(0, 100)", drawBy<_kesiRngUniform>, 0, {0, 100}},
 };
 
 template <class T>

@@ -1,16 +1,20 @@
 #include "peers.hpp"
 
 #include <boost/random/additive_combine.hpp>
+#include <boost/random/bernoulli_distribution.hpp>
 #include <boost/random/binomial_distribution.hpp>
 #include <boost/random/cauchy_distribution.hpp>
 #include <boost/random/exponential_distribution.hpp>
 #include <boost/random/extreme_value_distribution.hpp>
+#include <boost/random/geometric_distribution.hpp>
 #include <boost/random/laplace_distribution.hpp>
 #include <boost/random/linear_congruential.hpp>
 #include <boost/random/lognormal_distribution.hpp>
 #include <boost/random/mersenne_twister.hpp>
 #include <boost/random/negative_binomial_distribution.hpp>
 #include <boost/random/normal_distribution.hpp>
+#include <boost/random/poisson_distribution.hpp>
+#include <boost/random/uniform_int_distribution.hpp>
 #include <boost/random/uniform_real_distribution.hpp>
 #include <boost/random/weibull_distribution.hpp>
 #include <gsl/gsl_qrng.h>
@@ -203,8 +207,36 @@ const StreamPeer<float> drawnSingles[] = {
 };
 
 const StreamPeer<std::int32_t> drawnIntegers[] = {
-    ofStd<std::int32_t>("std uniform",
+    ofGsl<std::int32_t>("GSL bernoulli(0.3)", DRAW(gsl_ran_bernoulli, 0.3)),
+    ofStd<std::int32_t>("std bernoulli(0.3)",
+                        [] { return std::bernoulli_distribution(0.3); }),
+    ofBoost<std::int32_t>("Boost bernoulli(0.3)",
+                          [] { return boosted::bernoulli_distribution<>(0.3); }),
+    ofGsl<std::int32_t>("GSL geometric(0.3)", DRAW(gsl_ran_geometric, 0.3)),
+    ofStd<std::int32_t>("std geometric(0.3)",
+                        [] { return std::geometric_distribution<>(0.3); }),
+    ofBoost<std::int32_t>("Boost geometric(0.3)",
+                          [] { return boosted::geometric_distribution<>(0.3); }),
+    ofGsl<std::int32_t>("GSL poisson(3)", DRAW(gsl_ran_poisson, 3)),
+    ofStd<std::int32_t>("std poisson(3)",
+                        [] { return std::poisson_distribution<>(3); }),
+    ofBoost<std::int32_t>("Boost poisson(3)",
+                          [] { return boosted::poisson_distribution<>(3); }),
+    ofGsl<std::int32_t>("GSL poisson(30)", DRAW(gsl_ran_poisson, 30)),
+    ofStd<std::int32_t>("std poisson(30)",
+                        [] { return std::poisson_distribution<>(30); }),
+    ofBoost<std::int32_t>("Boost poisson(30)",
+                          [] { return boosted::poisson_distribution<>(30); }),
+    ofGsl<std::int32_t>("GSL poisson(1000)", DRAW(gsl_ran_poisson, 1000)),
+    ofStd<std::int32_t>("std poisson(1000)",
+                        [] { return std::poisson_distribution<>(1000); }),
+    ofBoost<std::int32_t>("Boost poisson(1000)",
+                          [] { return boosted::poisson_distribution<>(1000); }),
+    ofGsl<std::int32_t>("GSL uniform(0, 100)", DRAW(gsl_rng_uniform_int, 100)),
+    ofStd<std::int32_t>("std uniform(0, 100)",
                         [] { return std::uniform_int_distribution<>(0, 99); }),
+    ofBoost<std::int32_t>("Boost uniform(0, 100)",
+                          [] { return boosted::uniform_int_distribution<>(0, 99); }),
     ofGsl<std::int32_t>("GSL binomial(50, 0.3)", DRAW(gsl_ran_binomial, 0.3, 50)),
     ofStd<std::int32_t>("std binomial(50, 0.3)",
                         [] { return std::binomial_distribution<>(50, 0.3); }),

@@ -39,8 +39,12 @@ namespace {
 // float 21 and float 11.
 // clang-format off
 constexpr Function rows[] = {
+    {"Acos", "acos(a)", Form::oneToOne, KERNELS(Acos, HA, 21, 21)},
     {"Acosh", "acosh(a)", Form::oneToOne, KERNELS(Acosh, HA, HA, HA)},
+    {"Asin", "asin(a)", Form::oneToOne, KERNELS(Asin, HA, 21, 21)},
     {"Asinh", "asinh(a)", Form::oneToOne, KERNELS(Asinh, HA, HA, HA)},
+    {"Atan", "atan(a)", Form::oneToOne, KERNELS(Atan, HA, 21, 21)},
+    {"Atan2", "angle of the point (b, a)", Form::twoToOne, KERNELS(Atan2, HA, 21, 21)},
     {"Atanh", "atanh(a)", Form::oneToOne, KERNELS(Atanh, HA, HA, HA)},
     {"Cbrt", "a^(1/3)", Form::oneToOne, KERNELS(Cbrt, HA, HA, HA)},
     {"Cos", "cos(a)", Form::oneToOne, KERNELS_BY_SCALAR_CODE(Cos, HA, HA)},

@@ -357,6 +357,76 @@ QORKES_API void _qorsTan_HA(int n, const float* a, float* y);
 QORKES_API void _qorsTan_21(int n, const float* a, float* y);
 QORKES_API void _qorsTan_11(int n, const float* a, float* y);
 
+/* ---- Asin: y = asin(a) -------------------------------------------------------------
+ *
+ * Up to 1/2 in magnitude an odd series. From there to 1, with w = 1 - |a|, pi/2 less
+ * sqrt(w) times a series in w, on the x87 unit at 64 bits; in float pi/2 less twice the
+ * arcsine of sqrt(w/2) (Cody and Waite, "Software manual for the elementary functions",
+ * 1980), in four lanes, HA with the root in two parts.
+ *
+ *   +-1                                 +-pi/2
+ *   above 1 in magnitude, +-infinity    the default NaN   QOR_STATUS_ERRDOM
+ *   NaN                                 the NaN, quiet; in double without its sign
+ */
+QORKES_API void _qordAsin_HA(int n, const double* a, double* y);
+QORKES_API void _qordAsin_50(int n, const double* a, double* y);
+QORKES_API void _qorsAsin_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAsin_21(int n, const float* a, float* y);
+QORKES_API void _qorsAsin_11(int n, const float* a, float* y);
+
+/* ---- Acos: y = acos(a) -------------------------------------------------------------
+ *
+ * As Asin: pi/2 less the arcsine up to 1/2 in magnitude, beyond it the root times its
+ * series, or pi less that. 1 gives +0, and -1 gives pi.
+ */
+QORKES_API void _qordAcos_HA(int n, const double* a, double* y);
+QORKES_API void _qordAcos_50(int n, const double* a, double* y);
+QORKES_API void _qorsAcos_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAcos_21(int n, const float* a, float* y);
+QORKES_API void _qorsAcos_11(int n, const float* a, float* y);
+
+/* ---- Atan: y = atan(a) -------------------------------------------------------------
+ *
+ * The angle of a base c near |a|, and an odd series in t = (|a| - c) / (1 + c |a|), or
+ * in -1/|a| from the last bound on (Cody and Waite 1980); double on the x87 unit at 53
+ * bits, float in four lanes. 21 and 11 take one long series for a or 1/a. No report.
+ *
+ *   +-infinity    +-pi/2
+ *   NaN           the NaN, quiet; in double without its sign
+ *
+ * _qorsAtan_21 computes a group of four that has an infinity or a NaN by
+ * _qorsatan_scalar, at the caller's x87 precision and rounding.
+ */
+QORKES_API void _qordAtan_HA(int n, const double* a, double* y);
+QORKES_API void _qordAtan_50(int n, const double* a, double* y);
+QORKES_API void _qorsAtan_HA(int n, const float* a, float* y);
+QORKES_API void _qorsAtan_21(int n, const float* a, float* y);
+QORKES_API void _qorsAtan_11(int n, const float* a, float* y);
+
+/* ---- Atan2: y = the angle of the point (b, a), in [-pi, pi] ------------------------
+ *
+ * As Atan with the ratio a / b, and pi less the angle where b is negative. No report:
+ * zeros and infinities have the angles of the C library's atan2(a, b), and a NaN gives a
+ * NaN.
+ *
+ * Double: a group of four with any number below 2^-1021 or above 2^1020 in magnitude
+ * comes from the processor's arctangent, and may differ from what its points give
+ * elsewhere in the last place. Float: points with a number below 2^-62 or above 2^62
+ * come from _qorsatan2_scalar. 21 and 11 compute under the caller's MXCSR.
+ */
+QORKES_API void _qordAtan2_HA(int n, const double* a, const double* b, double* y);
+QORKES_API void _qordAtan2_50(int n, const double* a, const double* b, double* y);
+QORKES_API void _qorsAtan2_HA(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsAtan2_21(int n, const float* a, const float* b, float* y);
+QORKES_API void _qorsAtan2_11(int n, const float* a, const float* b, float* y);
+
+/* One arctangent, and the angle of one point (b, a), good to 1e-8 and 1.6e-8, without a
+ * report, at the precision and rounding that the caller has in force. Zeros, infinities
+ * and NaNs as above; where an angle is a multiple of pi/4 that _qorsatan2_scalar does not
+ * compute, it is the float nearest to it. */
+QORKES_API long double _qorsatan_scalar(float x);
+QORKES_API long double _qorsatan2_scalar(float a, float b);
+
 /* ---- Sinh: y = sinh(a) -------------------------------------------------------------
  *
  * e^a and e^-a from one reduction, both by powers of two from tables and a short

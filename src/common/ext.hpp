@@ -141,12 +141,6 @@ QORKES_INLINE ext timesLog2(ext y, ext x) {
     return result;
 }
 
-/// 2^x - 1 for x in [-1, 1] (f2xm1).
-QORKES_INLINE ext exp2MinusOne(ext x) {
-    asm("f2xm1" : "+t"(x));
-    return x;
-}
-
 /// x * 2^trunc(k) (fscale).
 QORKES_INLINE ext scaleByPowerOfTwo(ext x, ext k) {
     asm("fscale" : "+t"(x) : "u"(k));

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <sstream>
 #include <stdexcept>
+#include <xmmintrin.h>
 
 namespace qorkes {
 namespace {
@@ -115,10 +116,21 @@ std::vector<T> argumentsOf(const test::Range& range, unsigned first) {
     return numbers;
 }
 
-/// True for kernels that leave ordinary elements to the unit. Logarithms leave it only
-/// special and denormal ones.
-bool usesUnit(const std::string& function, const std::string& accuracy) {
-    return function == "Atan2" || (function == "Pow" && accuracy == "50");
+/// Kernels with results that are the processor's own in their last bits: by its
+/// logarithm or angle, or from its estimates of roots and reciprocals.
+constexpr const char* kernelsOfUnit[] = {
+    "_qordAtan2_HA", "_qordPow_50",  "_qorsAcos_HA",    "_qorsAsin_HA",
+    "_qorsAtan_21",  "_qorsSqrt_HA", "_qorsInvSqrt_HA",
+};
+/// Distributions whose floats need a square root.
+constexpr const char* distributionsOfUnit[] = {"beta", "gamma", "gaussian", "lognormal",
+                                               "rayleigh"};
+/// Algorithms for integers that draw such floats.
+constexpr const char* integersOfUnit[] = {"poisson by 1", "poissonv"};
+
+template <std::size_t n>
+bool isAmong(const std::string& name, const char* const (&names)[n]) {
+    return std::find(std::begin(names), std::end(names), name) != std::end(names);
 }
 
 template <class T> GoldenRow rowOf(const Function& function, const Kernel<T>& kernel) {
@@ -132,7 +144,7 @@ template <class T> GoldenRow rowOf(const Function& function, const Kernel<T>& ke
          hasScalar ? &b.back() - 10 : b.data(), y.data(), z.data());
     if (function.form == catalogue::Form::oneToTwo)
         y.insert(y.end(), z.begin(), z.end());
-    return {kernel.symbol, numbersOf(y), usesUnit(function.name, kernel.accuracy)};
+    return {kernel.symbol, numbersOf(y), isAmong(kernel.symbol, kernelsOfUnit)};
 }
 
 template <class T> void addKernels(std::vector<GoldenRow>& rows) {
@@ -192,16 +204,18 @@ struct Variant {
     std::vector<double> parameters;
 };
 const Variant variants[] = {
-    {"gaussian", {7, 3}},
-    {"laplace", {7, 3}},
-    {"uniform", {-3, 5}},
-    {"weibull", {0.7, 1, 3}},
+    {"gaussian", {7, 3}}, {"integers", {-1000000, 999}},
+    {"laplace", {7, 3}},  {"poisson", {0.5}},
+    {"poisson", {30}},    {"poisson", {1000}},
+    {"poissonv", {0.03}}, {"poissonv", {30}},
+    {"uniform", {-3, 5}}, {"weibull", {0.7, 1, 3}},
 };
 
 void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
               int method, const std::vector<double>& parameters) {
     std::string name = distribution.name;
     if (!distribution.methods.empty()) name += " by " + std::to_string(method);
+    const bool isOfUnit = isAmong(name, integersOfUnit);
     for (const double x : parameters) {
         std::ostringstream text;
         text << ' ' << x;
@@ -212,7 +226,9 @@ void addDraws(std::vector<GoldenRow>& rows, const Distribution& distribution,
         const auto one = [&](StreamState* stream, int n, T* r) {
             return draw(method, stream, n, r, parameters.data());
         };
-        rows.push_back({name + kind, drawnFrom<T>(KesBrngMCG59, 1, one), false});
+        rows.push_back({name + kind, drawnFrom<T>(KesBrngMCG59, 1, one),
+                        isOfUnit || (std::is_same_v<T, float> &&
+                                     isAmong(distribution.name, distributionsOfUnit))});
     };
     add(" doubles", distribution.doubles);
     add(" floats", distribution.singles);
@@ -234,6 +250,14 @@ void addDistributions(std::vector<GoldenRow>& rows) {
     }
 }
 
+// ---- The processor's own ------------------------------------------------------------
+
+[[gnu::target("sse")]] void addEstimates(Digest& digest, float x) {
+    const __m128 argument = _mm_set_ss(x);
+    digest.add(_mm_cvtss_f32(_mm_rcp_ss(argument)));
+    digest.add(_mm_cvtss_f32(_mm_rsqrt_ss(argument)));
+}
+
 } // namespace
 
 std::string digestOfUnit() {
@@ -241,10 +265,11 @@ std::string digestOfUnit() {
     Digest digest;
     for (std::size_t i = 0; i < arguments; ++i) {
         const ext x = random() * 0x1p-32L + 0x1p-40L, y = random() * 0x1p-32L;
-        for (const ext result : {timesLog2(1, x), angleOf(y, x), exp2MinusOne(y)}) {
+        for (const ext result : {timesLog2(1, x), angleOf(y, x)}) {
             digest.add(round64(result));
             digest.add(round64((result - round64(result)) * 0x1p+60L));
         }
+        addEstimates(digest, round32(x));
     }
     return digest.text();
 }

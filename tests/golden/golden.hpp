@@ -10,11 +10,11 @@ namespace qorkes {
 struct GoldenRow {
     std::string name;
     std::string numbers; // digest and first results, in hexadecimal
-    bool usesUnit;       // results of the processor's own logarithm or angle are in it
+    bool usesUnit;       // its last bits are the processor's own
 };
 
-/// Of the processor's own logarithm, angle and power of two over fixed arguments. No
-/// standard says how those round.
+/// Of the processor's own logarithm and angle, and of its estimates of reciprocals and
+/// of their roots, over fixed arguments. No standard says how those round.
 std::string digestOfUnit();
 
 /// Kernels over fixed arguments, special ones among them; a million numbers of every

@@ -1,6 +1,6 @@
 // qorkes-golden: prints the library's numbers, or compares them with those of a file.
-// What the processor's own logarithm and angle have a part in is compared where they
-// round as on the machine that wrote the file.
+// Rows whose last bits are the processor's own are compared where it computes as the
+// one that wrote the file.
 #include "golden.hpp"
 
 #include <CLI/CLI.hpp>
@@ -52,8 +52,7 @@ int check(const std::string& path) {
     std::cout << rows.size() - static_cast<std::size_t>(left) << " rows compared, "
               << differences << " differ";
     if (left > 0)
-        std::cout << "; " << left
-                  << " by this processor's own logarithm or angle were left out";
+        std::cout << "; " << left << " are this processor's own and were left out";
     std::cout << '\n';
     return differences == 0 ? 0 : 1;
 }

@@ -46,6 +46,12 @@ std::vector<Region> rootRegions(Range normal, Range denormal) {
             {"denormal arguments", denormal}};
 }
 
+std::vector<Region> inverseSineRegions() {
+    return {{"whole domain", below(1)},
+            {"around 1/2", both(0.4, 0.6)},
+            {"near 1", both(0.99, 1)}};
+}
+
 std::vector<Region> angleRegions(double largest) {
     return {{"up to pi", below(3.15)},
             {"up to 4e5", both(3.1, 4e5)},
@@ -66,22 +72,29 @@ long double baseFor(long double result, long double exponent) {
 }
 
 const FunctionRow rows[] = {
-    {"Acos", SCREEN(acos), {{"whole domain", below(1)}, {"near 1", both(0.99, 1)}}, {}},
+    {"Acos", SCREEN(acos), inverseSineRegions(), {}},
     {"Acosh",
      SCREEN(acosh),
      {{"near 1", positive(1, 1.125)}, {"above", positive(1.125, doubleLast)}},
      {{"near 1", positive(1, 1.125)}, {"above", positive(1.125, floatLast)}}},
-    {"Asin", SCREEN(asin), {{"whole domain", below(1)}, {"near 1", both(0.99, 1)}}, {}},
+    {"Asin", SCREEN(asin), inverseSineRegions(), {}},
     {"Asinh",
      SCREEN(asinh),
      {{"below 1", below(1)}, {"above 1", both(1, doubleLast)}},
      {{"below 1", below(1)}, {"above 1", both(1, floatLast)}}},
-    {"Atan", SCREEN(atan), {{"below 1", below(1)}, {"above 1", both(1, 0x1p70)}}, {}},
+    {"Atan",
+     SCREEN(atan),
+     {{"below 1/4", below(0.25)},
+      {"from 1/4 to 4", both(0.25, 4)},
+      {"above 4", both(4, 0x1p70)}},
+     {}},
     {"Atan2",
      [](long double a, long double b) -> long double { return std::atan2(a, b); },
      {{"moderate", both(0x1p-20, 0x1p20), both(0x1p-20, 0x1p20)},
+      {"near pi", both(0x1p-20, 0x1p-4), negative(1, 2)},
       {"whole range", anyDouble, anyDouble}},
      {{"moderate", both(0x1p-20, 0x1p20), both(0x1p-20, 0x1p20)},
+      {"near pi", both(0x1p-20, 0x1p-4), negative(1, 2)},
       {"whole range", anyFloat, anyFloat}}},
     {"Atanh",
      SCREEN(atanh),

@@ -20,6 +20,15 @@ QORKES_INLINE bool isSafeProduct(float product) {
     return magnitude != 0 && magnitude < floatInfinity;
 }
 
+/// By the divisors, their products in pairs and the product of all.
+QORKES_INLINE FourReciprocals reciprocalsOf(ext b0, ext b1, ext b2, ext b3, ext p01,
+                                            ext p23, ext product) {
+    const ext inverse = 1.0L / product;
+    const ext r23 = p01 * inverse;
+    const ext r01 = p23 * inverse;
+    return {b1 * r01, b0 * r01, b3 * r23, b2 * r23};
+}
+
 /// Gives the reciprocals of b[0] to b[3]; false, and nothing, if they are not safe.
 QORKES_INLINE bool reciprocalsOf(const double* b, FourReciprocals& reciprocal) {
     const ext b0 = b[0], b1 = b[1], b2 = b[2], b3 = b[3];
@@ -28,10 +37,7 @@ QORKES_INLINE bool reciprocalsOf(const double* b, FourReciprocals& reciprocal) {
     const ext product = p01 * p23;
     if (!isSafeProduct(round32(product))) [[unlikely]]
         return false;
-    const ext inverse = 1.0L / product;
-    const ext r23 = p01 * inverse;
-    const ext r01 = p23 * inverse;
-    reciprocal = {b1 * r01, b0 * r01, b3 * r23, b2 * r23};
+    reciprocal = reciprocalsOf(b0, b1, b2, b3, p01, p23, product);
     return true;
 }
 

@@ -14,6 +14,7 @@
 //     scalarCode(i, a, y, z)
 #pragma once
 
+#include <qor_core/_heap/lanes.hpp>
 #include <qor_core/_heap/trig_groups.hpp>
 
 namespace qorkes {
@@ -32,20 +33,6 @@ QORKES_INLINE __m128 nearestInteger(__m128 x) {
 QORKES_INLINE __m128 areOdd(__m128 integer) {
     const __m128 half = _mm_mul_ps(integer, _mm_set1_ps(0.5f));
     return _mm_cmpneq_ps(half, nearestInteger(half));
-}
-
-QORKES_INLINE __m128 signOf(__m128 x) { return _mm_and_ps(x, _mm_set1_ps(-0.0f)); }
-
-/// Lane by lane a where the mask is set, b elsewhere.
-QORKES_INLINE __m128 select(__m128 mask, __m128 a, __m128 b) {
-    return _mm_or_ps(_mm_and_ps(mask, a), _mm_andnot_ps(mask, b));
-}
-
-/// c0 + c1 x + ... by Horner's rule.
-QORKES_INLINE __m128 polynomial(__m128, float c0) { return _mm_set1_ps(c0); }
-template <class... Rest>
-QORKES_INLINE __m128 polynomial(__m128 x, float c0, Rest... rest) {
-    return _mm_add_ps(_mm_set1_ps(c0), _mm_mul_ps(x, polynomial(x, rest...)));
 }
 
 QORKES_INLINE __m128 quarterTurns(__m128 x) {

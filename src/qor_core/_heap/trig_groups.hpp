@@ -2,6 +2,7 @@
 // the scalar code, the reduction, and the loop of those on the x87 unit.
 #pragma once
 
+#include <qor_core/_heap/horner.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -26,14 +27,6 @@ QORKES_INLINE void storeFlipped(float& y, ext value, uint32_t flip) {
     y = round32(value);
     asm("" : "+m"(y));
     setBits(y, bitsOf(y) ^ (flip & signBit));
-}
-
-/// c[0] + c[1] x + ... + c[n-1] x^(n-1) by Horner's rule.
-template <int n> QORKES_INLINE ext polynomial(const double* c, ext x) {
-    if constexpr (n == 1)
-        return loadedHere(c[0]);
-    else
-        return polynomial<n - 1>(c + 1, x) * x + c[0];
 }
 
 // ---- Limits ------------------------------------------------------------------------

@@ -1,0 +1,3 @@
+#include <qorkes/qor.h>
+
+void _qordAcos_50(int n, const double* a, double* y) { _qordAcos_HA(n, a, y); }
