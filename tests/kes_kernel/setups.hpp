@@ -65,16 +65,18 @@ template <class Law> Value searched(const Law& law, const double* entry, double 
     return x;
 }
 
-/// Uniforms for every region: odd ones small by any power of two, even ones next to 1,
-/// and the ends of the range.
+/// Uniforms for every region: even ones next to 1, odd ones next to 1 or small by any
+/// power of two, then zeros and the ends of the range.
 inline std::vector<double> searchingUniforms(int n) {
     std::mt19937_64 engine(5);
     const auto uniform = [&] { return std::ldexp(double(engine() >> 11), -53); };
     const double greatest = 1 - 0x1p-53;
     std::vector<double> u = {0, 0, greatest, 0, greatest, 0.5};
+    for (int i = 0; i < 100; ++i) u.insert(u.end(), {0.01 * i, 0});
     while (u.size() < static_cast<std::size_t>(n)) {
         u.push_back(engine() % 4 ? uniform() : 1 - uniform() / 16);
-        u.push_back(engine() % 2 ? uniform() : std::exp2(-32 * uniform()));
+        const double v[] = {uniform(), 1 - uniform() / 32, std::exp2(-32 * uniform())};
+        u.push_back(v[engine() % 3]);
     }
     return u;
 }
@@ -102,7 +104,7 @@ template <class Law> void compareSetup(const double* c, const Law& law) {
 /// Draws n values while `failAt` draws succeed, and compares: the set-up, the values,
 /// the counts of uniforms. After a failure the values are as they were before the end.
 template <class Law> void expectDraws(const Law& law, int n, int failAt = -1) {
-    const auto numbers = searchingUniforms(40 * n + 2000);
+    const auto numbers = searchingUniforms(16 * n + 2000);
     const Stream stream = scriptedStream(numbers);
     script.failAt = failAt;
     std::vector<int32_t> r(n, -7), wanted;
@@ -126,6 +128,7 @@ template <class Law> void expectDraws(const Law& law, int n, int failAt = -1) {
             if (x) wanted.push_back(failAt < 0 ? law.unfolded(*x) : *x);
         }
     }
+    ASSERT_LE(u, numbers.data() + numbers.size());
     r.resize(wanted.size()); // a rejected value may stand behind
     EXPECT_EQ(r, wanted);
     EXPECT_EQ(script.counts, counts);

@@ -105,16 +105,37 @@ constexpr Binomial laws[] = {
     {50, 0.3, true},       {62, 0.4, true},      {63, 0.4, true},
     {64, 0.4, true},       {100, 0.3, true},     {100000, 0.000299, true},
     {120, 0.25, false},    {60, 0.5, false},     {120, 0.75, false},
-    {40000, 0.001, false}, {150, 0.7, false},    {10000, 0.25, false},
+    {66000, 0.001, false}, {150, 0.7, false},    {10000, 0.25, false},
     {1000, 0.9, false},    {1000000, 0.5, false}};
 
-TEST(Binomial, AgreesWithItsRecomputation) { expectAgreement(laws); }
+TEST(Binomial, AgreesWithItsRecomputation) {
+    expectAgreement(laws);
+    expectDraws(laws[12], 400000); // walks beyond the kept ratios are rare
+}
+
+/// A left tail's value that the exact ratio accepts; the mode comes next.
+TEST(Binomial, TheWalkDownIsOneValueTooLow) {
+    const Binomial& law = laws[12];
+    const Stream stream = scriptedStream({});
+    EXPECT_EQ(law.draw(stream.get(), 0, nullptr), KesStatusOk);
+    const double* c = keptBy(stream, law);
+    const int32_t y = 20;
+    const ext v = std::exp((y + 0.5L - c[10]) * c[12]);
+    const ext u = c[6] + 0.8L * ratio(law, y) / (c[12] * v);
+    script.numbers = {double(u / c[8]), double(v), 0, 0};
+    int32_t r = -7;
+    EXPECT_EQ(law.draw(stream.get(), 1, &r), KesStatusOk);
+    EXPECT_EQ(r, law.mode());
+    EXPECT_EQ(script.counts, (std::vector{2, 2}));
+}
 
 TEST(Binomial, FitsItsDistribution) { expectFits(laws); }
 
 TEST(Binomial, KeepsItsSetup) {
     expectKept(laws[3], laws[14]);
     expectKept(laws[14], laws[3]);
+    expectKept(laws[14], Binomial{10001, 0.25, false});
+    expectKept(laws[14], Binomial{10000, 0.26, false});
 }
 
 TEST(Binomial, NoTrialsMatchTheKeyOfANewSetup) {

@@ -165,6 +165,8 @@ TEST(Negbinomial, KeepsItsSetup) {
     expectKept(laws[0], laws[6]);
     expectKept(laws[6], laws[0]);
     expectKept(laws[2], laws[7]);
+    expectKept(laws[6], Negbinomial{51, 0.2, false});
+    expectKept(laws[6], Negbinomial{50, 0.21, false});
 }
 
 } // namespace

@@ -41,23 +41,14 @@ static_assert(hasPattern(fourLogRootsTwoPi, 0x400D67F1C864BEB5));
 
 constexpr int32_t leastStirling = 16;
 
+// clang-format off
 /// ln(i!)
-constexpr double logFactorials[leastStirling] = {0.0,
-                                                 0.0,
-                                                 0x1.62e42fefa39efp-1,
-                                                 0x1.cab0bfa2a2002p+0,
-                                                 0x1.96ca77c922cf9p+1,
-                                                 0x1.326643c4479c9p+2,
-                                                 0x1.a51273acf01cap+2,
-                                                 0x1.10ce1f32dcc30p+3,
-                                                 0x1.5358e82fcb70dp+3,
-                                                 0x1.99a8921a7f7cfp+3,
-                                                 0x1.e357590954d15p+3,
-                                                 0x1.180973f3a8d74p+4,
-                                                 0x1.3fcba16d50143p+4,
-                                                 0x1.68d5a9c3b32cep+4,
-                                                 0x1.930f3df162a42p+4,
-                                                 0x1.be636a63fd346p+4};
+constexpr double logFactorials[leastStirling] = {
+    0.0, 0.0, 0x1.62e42fefa39efp-1, 0x1.cab0bfa2a2002p+0,
+    0x1.96ca77c922cf9p+1, 0x1.326643c4479c9p+2, 0x1.a51273acf01cap+2, 0x1.10ce1f32dcc30p+3,
+    0x1.5358e82fcb70dp+3, 0x1.99a8921a7f7cfp+3, 0x1.e357590954d15p+3, 0x1.180973f3a8d74p+4,
+    0x1.3fcba16d50143p+4, 0x1.68d5a9c3b32cep+4, 0x1.930f3df162a42p+4, 0x1.be636a63fd346p+4};
+// clang-format on
 
 struct Envelope {
     double rectangle, leftTail, rightTail; // areas up to and with these regions
@@ -222,7 +213,7 @@ bool underRatio(const Envelope& e, const Folded& lot, int32_t y, ext v) {
     return v <= timesDown(lot, e.down[reach - 1], lot.mode - reach);
 }
 
-/// Both bounds on ln(1 + a) / a - 1 and its like that the squeeze is made of.
+/// ln(1 + a) to the third power of a, and what the fourth one adds to it at most.
 ext series(ext a) { return a * (a * (a * third - 0.5L) + 1); }
 ext remainder(double weight, ext a) {
     const ext square = a * a, d = weight * (square * square);
