@@ -4,8 +4,6 @@
 
 #include <qorkes/kes.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 #include <vector>
