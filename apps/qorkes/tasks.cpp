@@ -13,6 +13,7 @@
 #include <climits>
 #include <cstdlib>
 #include <memory>
+#include <new>
 
 namespace qorkes {
 namespace {
@@ -127,6 +128,8 @@ template <class T> Array<T> arrayOf(const Operand& operand) {
              " numbers; " + operand.option("shape") +
              (stride.empty() ? "" : " and " + operand.option("stride")) + " take " +
              shortest(needed));
+    // Strides of 0 can repeat what is given more often than there is room for.
+    if (count > static_cast<double>(numbers.max_size())) throw std::bad_alloc();
     if (!stride.empty())
         numbers = gathered(numbers, shape, stride, static_cast<size_t>(count));
     return {std::move(numbers), shape};

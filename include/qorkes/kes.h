@@ -1102,7 +1102,7 @@ QORKES_API int __kesccGetStatus(const TaskRecord* task);
 /* Executes a task on arrays of its data type, each with an array of rank strides or
  * null. z must not overlap x and y.
  *
- * Missing parameters: dec is 1; start is 0, and in a correlation the first lag,
+ * Missing parameters: dec is 1; start is 0, and for KesTaskCorrelation (no other job)
  * 1 - xshape. Rank 1 is computed by the direct kernels in KesTaskModeDirect and by the
  * FFT kernels in any other mode; any other rank by the direct kernels, and refused in
  * KesTaskModeFft. Doubles are not computed in single precision: rank 1 refuses, other

@@ -69,6 +69,9 @@ TEST(Corr, BadPartsAreNamed) {
     refused({"--shape-b", "1,1,1,1,1,1,1,1"}, {"--shape-b", "7"});
     refused({"--shape-b", "3", "--stride-b", "2"}, {"--stride-b", "5"});
     refused({"--stride-b", "0"}, {"--shape-b"});
+    refused({"--shape-b", "65536,65537", "--stride-b", "0,0", "--shape-a", "1,2",
+             "--count", "1,1"},
+            {"memory"});
     refused({"--mode", "fast"}, {"--mode", "direct"});
     refused({"--mode", "fft", "--shape-a", "2,1", "--shape-b", "2,2"}, {"--mode"});
 }

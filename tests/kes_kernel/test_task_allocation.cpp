@@ -1,6 +1,8 @@
 // With malloc and free of this program: tasks and kernels when memory fails.
 #include "operation.hpp"
 
+#include <gtest/gtest.h>
+
 using namespace qorkes::test;
 
 #if defined(__SANITIZE_ADDRESS__)

@@ -3,6 +3,8 @@
 
 #include <support/stack.hpp>
 
+#include <gtest/gtest.h>
+
 #include <climits>
 #include <cmath>
 #include <cstring>

@@ -3,6 +3,9 @@
 
 #include <support/stack.hpp>
 
+#include <gtest/gtest.h>
+
+#include <climits>
 #include <cmath>
 #include <cstdlib>
 
@@ -128,6 +131,14 @@ TEST(Tasks, FailuresStick) {
     EXPECT_EQ(__kesccSetStatus(task.record, -1), KesStatusCcBadDecimation);
     expectStuck(task, -1);
     EXPECT_EQ(z[0], 77);
+    for (int rank : {1, 2}) { // whose first lag is no number of 32 bits
+        Operation odd = lineOperation(2, 1, 1, 1);
+        odd.rank = rank;
+        odd.x.shape[0] = INT_MIN;
+        Task shapeless(odd);
+        EXPECT_EQ(__kesExec(shapeless.record, &x, 0, &y, 0, z, 0),
+                  KesStatusCcBadXShape);
+    }
     EXPECT_EQ(__kesExec(nullptr, &x, 0, &y, 0, z, 0), KesStatusNullPointer);
     EXPECT_EQ(__kesExecX(nullptr, &y, 0, z, 0), KesStatusNullPointer);
 }

@@ -8,6 +8,11 @@ namespace {
 constexpr int32_t units[KesTaskMaxRank] = {1, 1, 1, 1, 1, 1, 1};
 constexpr int32_t zeros[KesTaskMaxRank] = {};
 
+/// Of a shape that the kernel has not tested yet.
+int32_t firstLagOf(int32_t xshape) {
+    return static_cast<int32_t>(1 - static_cast<uint32_t>(xshape));
+}
+
 /// An execution with nothing left open.
 struct Execution {
     const TaskRecord* task;
@@ -93,7 +98,7 @@ int execute(const TaskRecord& task, const void* x, const int* xstride, const voi
     if (!ystride) e.ystride = convgate_stride(ydense, task.yshape, task.rank);
     if (!zstride) e.zstride = convgate_stride(zdense, task.zshape, task.rank);
     if (!task.start && task.job == KesTaskCorrelation) {
-        for (int d = 0; d < task.rank; ++d) firstLags[d] = 1 - task.xshape[d];
+        for (int d = 0; d < task.rank; ++d) firstLags[d] = firstLagOf(task.xshape[d]);
         e.start = firstLags;
     } else if (!task.start) {
         e.start = zeros;

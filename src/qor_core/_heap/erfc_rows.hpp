@@ -10,12 +10,20 @@ namespace qorkes {
 /// eight for equal parts of that.
 constexpr int erfcParts = 8;
 
+/// The square root of a number from 1 on, for constants: from above by Newton's way. It
+/// is not left to a builtin function, which not every compiler evaluates.
+constexpr ext rootAtCompileTime(ext x) {
+    ext root = x;
+    for (ext next = (x + 1) / 2; next < root; next = (root + x / root) / 2) root = next;
+    return root;
+}
+
 /// The middle of the part; 0 for the first one, to which v - 0 is exact.
 constexpr double erfcCentre(int i) {
     const auto edge = [](int k) {
         const ext part = k % erfcParts;
         const ext power = (1 + part / erfcParts) * (1 << k / erfcParts);
-        return __builtin_sqrtl(__builtin_sqrtl(power)) - 1;
+        return rootAtCompileTime(rootAtCompileTime(power)) - 1;
     };
     return i == 0 ? 0 : static_cast<double>((edge(i) + edge(i + 1)) / 2);
 }
