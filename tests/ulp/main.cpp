@@ -98,22 +98,21 @@ Errors<T> measure(const catalogue::Function& function, const Loop<T>& loop, int 
 
 std::string heading() {
     return "| kernel             | arguments                    | ulp     | peer    | "
-           "at "
-           "|\n"
-           "|--------------------|------------------------------|---------|---------|--"
-           "--"
-           "|\n";
+           "samples    | at |\n"
+           "|--------------------|------------------------------|---------|---------|-"
+           "-----------|----|\n";
 }
 
 template <class T>
 std::string tableOf(const std::string& name, catalogue::Form form,
                     const std::vector<Extreme<T>>& ours,
-                    const std::vector<Extreme<T>>& theirs) {
+                    const std::vector<Extreme<T>>& theirs, const Options& options) {
+    const long long samples = options.all ? 1LL << 32 : options.samples;
     std::string table;
     for (std::size_t i = 0; i < ours.size(); ++i)
-        table += format("| %-18s | %-28s | %7.4f | %7.4f | %s |\n", name.c_str(),
-                        ours[i].region.c_str(), ours[i].ulps, theirs[i].ulps,
-                        place(ours[i], form).c_str());
+        table += format("| %-18s | %-28s | %7.4f | %7.4f | %10lld | %s |\n",
+                        name.c_str(), ours[i].region.c_str(), ours[i].ulps,
+                        theirs[i].ulps, samples, place(ours[i], form).c_str());
     return table;
 }
 
@@ -180,7 +179,8 @@ Report reportOn(const catalogue::Function& function, int output,
         const std::string name =
             precision + ' ' + function.name + '_' + kernel->accuracy + suffix;
         print(name, function.form, ours.extremes);
-        report.table += tableOf(name, function.form, ours.extremes, theirs.extremes);
+        report.table +=
+            tableOf(name, function.form, ours.extremes, theirs.extremes, options);
         report.plot += plotOf(precision + suffix, kernel->accuracy, ours);
     }
     report.plot += plotOf(precision + suffix, peer.name, theirs);

@@ -33,18 +33,21 @@ public:
         largest = std::max(largest, ulps);
     }
 
-    /// What stands in the first column of points().
+    /// What magnitude stands in the first column of points().
     std::string axis() const {
-        const std::string magnitude = byResult_ ? "|result|" : "|argument|";
-        return isLogarithmic_ ? "log2 " + magnitude : magnitude;
+        const std::string quantity = byResult_ ? "result" : "argument";
+        return isLogarithmic_ ? "log2 " + quantity : quantity;
     }
 
     /// A line for each part from which a number was taken: its middle and the largest
-    /// error.
+    /// error. A blank line where parts are missing.
     std::string points() const {
         std::string text;
         for (std::size_t i = 0; i < parts; ++i) {
-            if (largest_[i] < 0) continue;
+            if (largest_[i] < 0) {
+                if (i > 0 && largest_[i - 1] >= 0) text += '\n';
+                continue;
+            }
             char line[60];
             std::snprintf(line, sizeof line, "%.7g %.4f\n",
                           low_ + (static_cast<double>(i) + 0.5) * width_, largest_[i]);
