@@ -12,13 +12,14 @@
 
 namespace qorkes::ulp {
 
-/// Numbers of both signs count together. A range that spans binades is divided evenly
-/// in the logarithm.
+/// Numbers of both signs count together. A range that spans binades, or is far away,
+/// is divided evenly in the logarithm.
 class Profile {
 public:
     explicit Profile(const Region& region)
         : byResult_(region.kind == Region::Kind::results),
-          isLogarithmic_(region.a.largest > 16 * region.a.smallest),
+          isLogarithmic_(region.a.largest > 16 * region.a.smallest ||
+                         region.a.smallest > 0x1p64),
           low_(position(region.a.smallest)),
           width_((position(region.a.largest) - low_) / parts) {
         largest_.fill(-1);
