@@ -75,13 +75,6 @@ template <class T> std::span<const KernelPeer<T>> kernelPeersOf(const Peers& pee
         return peers.singles;
 }
 
-template <class T>
-const KernelPeer<T>& peerOf(const Peers& peers, std::string_view function) {
-    for (const KernelPeer<T>& peer : kernelPeersOf<T>(peers))
-        if (peer.function == function) return peer;
-    throw std::logic_error("a kernel without a peer: " + std::string(function));
-}
-
 std::string text(Interval interval) {
     std::ostringstream out;
     if (interval.low == interval.high)
@@ -94,8 +87,8 @@ std::string text(Interval interval) {
 template <class T>
 Row row(const catalogue::Function& function, const catalogue::Kernel<T>& kernel,
         const Arguments& arguments) {
-    const KernelPeer<T>& x87 = peerOf<T>(x87Peers(), function.name);
-    const KernelPeer<T>& sse2 = peerOf<T>(sse2Peers(), function.name);
+    const KernelPeer<T>& x87 = peerOf(kernelPeersOf<T>(x87Peers()), function.name);
+    const KernelPeer<T>& sse2 = peerOf(kernelPeersOf<T>(sse2Peers()), function.name);
     const auto prepare = [&function, &kernel, &arguments, &x87, &sse2](int n) {
         const auto v = std::make_shared<Arrays<T>>(n, arguments);
         const auto loop = [=](const KernelPeer<T>& peer) {

@@ -30,61 +30,6 @@
 namespace qorkes::bench {
 namespace {
 
-/// y[i] = op(a[i], b[i]) with a captureless `op`.
-template <class T, class Op>
-KernelPeer<T> mapping(const char* function, const char* name, Op) {
-    return {function, name, [](int n, const T* a, const T* b, T* y, T*) {
-                for (int i = 0; i < n; ++i) y[i] = Op{}(a[i], b[i]);
-            }};
-}
-
-template <class T, class Op>
-KernelPeer<T> mappingWithScalar(const char* function, const char* name, Op) {
-    return {function, name, [](int n, const T* a, const T* b, T* y, T*) {
-                for (int i = 0; i < n; ++i) y[i] = Op{}(a[i], *b);
-            }};
-}
-
-void sineAndCosine(double x, double& y, double& z) { sincos(x, &y, &z); }
-void sineAndCosine(float x, float& y, float& z) { sincosf(x, &y, &z); }
-
-template <class T> void sineAndCosineLoop(int n, const T* a, const T*, T* y, T* z) {
-    for (int i = 0; i < n; ++i) sineAndCosine(a[i], y[i], z[i]);
-}
-
-#define CALL(f) [](T x, T) { return std::f(x); }
-
-template <class T>
-const KernelPeer<T> kernelPeers[] = {
-    mapping<T>("Acos", "acos", CALL(acos)),
-    mapping<T>("Acosh", "acosh", CALL(acosh)),
-    mapping<T>("Asin", "asin", CALL(asin)),
-    mapping<T>("Asinh", "asinh", CALL(asinh)),
-    mapping<T>("Atan", "atan", CALL(atan)),
-    mapping<T>("Atan2", "atan2", [](T x, T y) { return std::atan2(x, y); }),
-    mapping<T>("Atanh", "atanh", CALL(atanh)),
-    mapping<T>("Cbrt", "cbrt", CALL(cbrt)),
-    mapping<T>("Cos", "cos", CALL(cos)),
-    mapping<T>("Cosh", "cosh", CALL(cosh)),
-    mapping<T>("Div", "a / b", [](T x, T y) { return x / y; }),
-    mapping<T>("Erf", "erf", CALL(erf)),
-    mapping<T>("Erfc", "erfc", CALL(erfc)),
-    mapping<T>("Exp", "exp", CALL(exp)),
-    mapping<T>("Inv", "1 / a", [](T x, T) { return 1 / x; }),
-    mapping<T>("InvCbrt", "1 / cbrt", [](T x, T) { return 1 / std::cbrt(x); }),
-    mapping<T>("InvSqrt", "1 / sqrt", [](T x, T) { return 1 / std::sqrt(x); }),
-    mapping<T>("Ln", "log", CALL(log)),
-    mapping<T>("Log10", "log10", CALL(log10)),
-    mapping<T>("Pow", "pow", [](T x, T y) { return std::pow(x, y); }),
-    mappingWithScalar<T>("Powx", "pow", [](T x, T y) { return std::pow(x, y); }),
-    mapping<T>("Sin", "sin", CALL(sin)),
-    {"SinCos", "sincos", sineAndCosineLoop<T>},
-    mapping<T>("Sinh", "sinh", CALL(sinh)),
-    mapping<T>("Sqrt", "sqrt", CALL(sqrt)),
-    mapping<T>("Tan", "tan", CALL(tan)),
-    mapping<T>("Tanh", "tanh", CALL(tanh)),
-};
-
 /// The next raw word, or a real number from [0, 1) by the library's own distribution.
 template <class T, class Real, class Engine> T next(Engine& engine) {
     if constexpr (std::is_integral_v<T>)

@@ -2,17 +2,12 @@
 // into one shared object for x87 and one for SSE2 arithmetic.
 #pragma once
 
+#include <support/kernel_peers.hpp>
+
 #include <cstdint>
 #include <span>
 
 namespace qorkes::bench {
-
-/// One function on arrays; a scalar second argument is b[0].
-template <class T> struct KernelPeer {
-    const char* function; // of the catalogue
-    const char* name;
-    void (*loop)(int n, const T* a, const T* b, T* y, T* z);
-};
 
 /// Fills y from a generator that lives as long as the program: with its raw words, with
 /// real numbers from [0, 1), or with variates of a distribution.

@@ -1,5 +1,5 @@
-// The largest error of a kernel, over samples of each region of its function or over
-// every float there is.
+// The largest error of a kernel or its peer, over samples of each region of its
+// function or over every float there is.
 //
 // MPFR is slow, so an error is first taken against the function in long double. That is
 // off by no more than screenUlps units in its last place, which is `slack` of an ulp of
@@ -8,6 +8,7 @@
 // to MPFR in any case, and a screen that is further off than `slack` stops the run.
 #pragma once
 
+#include "profile.hpp"
 #include "sampler.hpp"
 
 #include <support/kernels.hpp>
@@ -80,28 +81,36 @@ std::vector<Extreme<T>> largerOf(std::vector<Extreme<T>> a,
     return a;
 }
 
-/// A kernel with one of its results, and the largest errors found: the first entry is
-/// for all regions together.
+/// What is measured: all results for n arguments. A scalar second argument is b[0].
+template <class T>
+using Loop = std::function<void(int n, const T* a, const T* b, T* y, T* z)>;
+
+/// One of a loop's results, and the largest errors found.
 template <class T> class Measurement {
 public:
-    Measurement(const catalogue::Function& function, const catalogue::Kernel<T>& kernel,
-                int output)
-        : function_(function), kernel_(kernel), output_(output),
+    Measurement(const catalogue::Function& function, Loop<T> loop, int output)
+        : function_(function), loop_(std::move(loop)), output_(output),
           row_(rowOf(function.name, output)),
           regions_(sizeof(T) == 4 && !row_.singles.empty() ? row_.singles
                                                            : row_.doubles),
           oracle_(function.name, output), extremes_(1 + regions_.size()) {
         extremes_[0].region = "everywhere";
-        for (std::size_t i = 0; i < regions_.size(); ++i)
+        for (std::size_t i = 0; i < regions_.size(); ++i) {
             extremes_[i + 1].region = regions_[i].name;
+            profiles_.emplace_back(regions_[i]);
+        }
     }
 
+    /// The first is for all regions together.
     const std::vector<Extreme<T>>& extremes() const { return extremes_; }
+
+    /// For each region, along what is drawn from its first range: errors as the screen
+    /// sees them.
+    const std::vector<Profile>& profiles() const { return profiles_; }
 
     void sample(std::int64_t count) {
         const std::int64_t each = count / static_cast<std::int64_t>(regions_.size());
-        for (std::size_t i = 0; i < regions_.size(); ++i)
-            sampleRegion(regions_[i], each, static_cast<unsigned>(i));
+        for (std::size_t i = 0; i < regions_.size(); ++i) sampleRegion(i, each);
     }
 
     /// Every float whose bits are `from` to `to` - 1; `progress` hears of each million.
@@ -112,7 +121,7 @@ public:
         for (std::uint64_t word = from; word < to; word += block) {
             for (std::uint32_t i = 0; i < block; ++i)
                 a_[i] = Bits<T>::number(static_cast<std::uint32_t>(word) + i);
-            judge(block);
+            judge(block, nullptr);
             if (word % (1 << 20) == 0) progress();
         }
     }
@@ -120,7 +129,9 @@ public:
 private:
     static constexpr int block = 1024;
 
-    void sampleRegion(const Region& region, std::int64_t count, unsigned seed) {
+    void sampleRegion(std::size_t index, std::int64_t count) {
+        const Region& region = regions_[index];
+        const auto seed = static_cast<unsigned>(index);
         const bool byResult = region.kind == Region::Kind::results;
         Sampler<T> first(region.a, count, row_.period, 2 * seed);
         Sampler<T> second(region.b, count, 0, 2 * seed + 1);
@@ -131,29 +142,31 @@ private:
                 const T a = first(done + i);
                 a_[i] = byResult ? static_cast<T>(row_.firstFor(a, b_[i])) : a;
             }
-            judge(static_cast<int>(std::min<std::int64_t>(block, count - done)));
+            judge(static_cast<int>(std::min<std::int64_t>(block, count - done)),
+                  &profiles_[index]);
         }
     }
 
-    void judge(int n) {
+    void judge(int n, Profile* profile) {
         T y[block], z[block];
-        call(function_.form, kernel_.entry, n, a_, b_, y, z);
+        loop_(n, a_, b_, y, z);
         const T* result = output_ == 0 ? y : z;
         for (int i = 0; i < n; ++i) {
             const long double value = row_.screen(a_[i], b_[i]);
             const double ulps = screenedUlps(result[i], value);
             if (++judged_ % 1000 == 0) checkScreen(ulps, result[i], a_[i], b_[i]);
-            if (ulps > threshold_) consider(ulps, value, result[i], a_[i], b_[i]);
+            const double weighted = ulps * weightOf(a_[i], value);
+            if (profile) profile->take(a_[i], result[i], weighted);
+            if (ulps > threshold_) consider(weighted, value, result[i], a_[i], b_[i]);
         }
     }
 
     void consider(double screened, long double value, T result, T a, T b) {
-        const double weight = weightOf(a, value);
         double exact = -1;
         for (std::size_t k = 0; k < extremes_.size(); ++k) {
-            if (screened * weight <= extremes_[k].ulps - slack<T>) continue;
+            if (screened <= extremes_[k].ulps - slack<T>) continue;
             if (k > 0 && !isIn(regions_[k - 1], a, b, result)) continue;
-            if (exact < 0) exact = oracle_.ulps(result, a, b) * weight;
+            if (exact < 0) exact = oracle_.ulps(result, a, b) * weightOf(a, value);
             if (exact > extremes_[k].ulps)
                 extremes_[k] = {extremes_[k].region,  exact, a, b, result,
                                 oracle_.rounded(a, b)};
@@ -184,12 +197,13 @@ private:
     }
 
     const catalogue::Function& function_;
-    const catalogue::Kernel<T>& kernel_;
+    Loop<T> loop_;
     int output_;
     const FunctionRow& row_;
     const std::vector<Region>& regions_;
     test::Oracle oracle_;
     std::vector<Extreme<T>> extremes_;
+    std::vector<Profile> profiles_;
     T a_[block]{}, b_[block]{};
     std::int64_t judged_ = 0;
     double threshold_ = slack<T>; // no error up to this is a new largest one anywhere
