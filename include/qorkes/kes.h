@@ -630,6 +630,8 @@ QORKES_API int _kesiRngBinomial(int method, StreamState* stream, int n, int32_t*
  * Density 1 / (pi beta (1 + z^2)), z = (x - a) / beta: centre a, scale beta > 0. No
  * moments. a + beta tan(v), v uniform on [-pi/2, pi/2), by _qordTan_50 or _qorsTan_21:
  * the inverse of the distribution function (von Neumann 1951). One uniform a variate.
+ * Doubles may differ in their last places where a sequence is cut into other calls:
+ * four tangents share a division.
  */
 QORKES_API int _kesdRngCauchy(int method, StreamState* stream, int n, double* r,
                               double a, double beta);
