@@ -38,24 +38,24 @@
  *   5. stores the record's results in the result arrays: a callback may change them.
  */
 
-#define QOR_STATUS_OK 0
-#define QOR_STATUS_BADSIZE (-1)  /* for callers of the report entries; no kernel */
-#define QOR_STATUS_BADMEM (-2)   /* for callers of the report entries; no kernel */
-#define QOR_STATUS_ERRDOM 1      /* argument out of domain; errno EDOM, raises invalid */
-#define QOR_STATUS_SING 2        /* singularity; errno ERANGE, raises divide by zero */
-#define QOR_STATUS_OVERFLOW 3    /* errno ERANGE, raises nothing */
-#define QOR_STATUS_UNDERFLOW 4   /* errno ERANGE, raises underflow */
+#define QOR_STATUS_OK        0
+#define QOR_STATUS_BADSIZE   (-1) /* for callers of the report entries; no kernel */
+#define QOR_STATUS_BADMEM    (-2) /* for callers of the report entries; no kernel */
+#define QOR_STATUS_ERRDOM    1 /* argument out of domain; errno EDOM, raises invalid */
+#define QOR_STATUS_SING      2 /* singularity; errno ERANGE, raises divide by zero */
+#define QOR_STATUS_OVERFLOW  3 /* errno ERANGE, raises nothing */
+#define QOR_STATUS_UNDERFLOW 4 /* errno ERANGE, raises underflow */
 
 /* The mode word. A new thread has 6658: accuracy 2, errno, exception and callback. */
 #define QorModeAccuracyOne 0x1u
 #define QorModeAccuracyTwo 0x2u
-#define QorModeFpNarrow 0x10u     /* x87 at 53 bits (accuracies 1 and 2), to nearest */
-#define QorModeFpWide 0x20u       /* x87 at 64 bits, to nearest */
-#define QorModeFpRestore 0x30u    /* command: the words from before the first setting */
-#define QorModeErrIgnore 0x100u
-#define QorModeErrErrno 0x200u
-#define QorModeErrStderr 0x400u
-#define QorModeErrExcept 0x800u
+#define QorModeFpNarrow    0x10u /* x87 at 53 bits (accuracies 1 and 2), to nearest */
+#define QorModeFpWide      0x20u /* x87 at 64 bits, to nearest */
+#define QorModeFpRestore   0x30u /* command: the words from before the first setting */
+#define QorModeErrIgnore   0x100u
+#define QorModeErrErrno    0x200u
+#define QorModeErrStderr   0x400u
+#define QorModeErrExcept   0x800u
 #define QorModeErrCallback 0x1000u
 
 /* What a callback sees of one element. Numbers of a float kernel are widened; for
@@ -95,8 +95,8 @@ QORKES_API QorErrorCallBack _qorClearErrorCallBack(void);
 
 /* Reports element `index`, as a kernel does: inputs a and b, provisional results in y
  * and z, name shorter than 64 bytes. The return value has no meaning. */
-QORKES_API int _qorsError(int status, int index, const float* a, const float* b, float* y,
-                          float* z, const char* name);
+QORKES_API int _qorsError(int status, int index, const float* a, const float* b,
+                          float* y, float* z, const char* name);
 QORKES_API int _qordError(int status, int index, const double* a, const double* b,
                           double* y, double* z, const char* name);
 
@@ -174,8 +174,9 @@ QORKES_API void _qorsInvSqrt_11(int n, const float* a, float* y);
 /* ---- Cbrt: y = a^(1/3) -------------------------------------------------------------
  *
  * Double: table of quadratics for m^(-1/3) and one Newton step (as Sqrt), the exponent
- * divided by three with a multiplication (Granlund and Montgomery, "Division by invariant
- * integers using multiplication", 1994). Float: quadratics for m^(1/3) alone. No report.
+ * divided by three with a multiplication (Granlund and Montgomery, "Division by
+ * invariant integers using multiplication", 1994). Float: quadratics for m^(1/3) alone.
+ * No report.
  *
  *   +-0, +-infinity   the argument
  *   NaN               the NaN, quiet
@@ -204,7 +205,8 @@ QORKES_API void _qorsInvCbrt_11(int n, const float* a, float* y);
  *
  * Powers of two from tables and a short polynomial in what they leave (Tang,
  * "Table-driven implementation of the exponential function in IEEE floating-point
- * arithmetic", 1989, for the class of methods), on the x87 unit at 64 bits, float at 53.
+ * arithmetic", 1989, for the class of methods), on the x87 unit at 64 bits, float
+ * at 53.
  *
  *   NaN                     the NaN, quiet
  *   +infinity, -infinity    +infinity, +0
@@ -234,8 +236,8 @@ QORKES_API void _qorsExp_11(int n, const float* a, float* y);
  *   +-0                     -infinity            QOR_STATUS_SING
  *   negative, -infinity     the default NaN      QOR_STATUS_ERRDOM
  *   +infinity               +infinity
- *   NaN                     the NaN, quiet; QOR_STATUS_ERRDOM in double if the NaN's high
- *                           word is 0xFFF00000
+ *   NaN                     the NaN, quiet; QOR_STATUS_ERRDOM in double if the NaN's
+ * high word is 0xFFF00000
  *
  * A float is computed by the unit's logarithm too if its neighbour is special: elements
  * count in pairs from the first one. A report of a float kernel saves and restores the
@@ -301,16 +303,16 @@ QORKES_API void _qorsPowx_11(int n, const float* a, float b, float* y);
 /* ---- Sin: y = sin(a), a in radians -------------------------------------------------
  *
  * The nearest multiple of pi is taken off, in parts whose products with its count are
- * exact (Cody and Waite, "Software manual for the elementary functions", 1980), and what
- * is left goes through an odd polynomial: in double one for each of 65 pieces at 64 bits
- * on the x87 unit, in float one for all. Far arguments, infinities and NaNs go to the
- * scalar code (below), and their whole group of four with them: doubles from 128000 up,
- * floats above 500000, _21 above 1000000.
+ * exact (Cody and Waite, "Software manual for the elementary functions", 1980), and
+ * what is left goes through an odd polynomial: in double one for each of 65 pieces at
+ * 64 bits on the x87 unit, in float one for all. Far arguments, infinities and NaNs go
+ * to the scalar code (below), and their whole group of four with them: doubles from
+ * 128000 up, floats above 500000, _21 above 1000000.
  *
  *   +-0           the argument
- *   +-infinity    the default NaN   QOR_STATUS_ERRDOM, as "dSin_HA", "sSin_HA", "sSin_LA"
- *   NaN           float: the NaN, quiet; double: the default NaN, QOR_STATUS_ERRDOM if
- *                 its high word is 0x7FF00000 or 0xFFF00000
+ *   +-infinity    the default NaN   QOR_STATUS_ERRDOM, as "dSin_HA", "sSin_HA",
+ * "sSin_LA" NaN           float: the NaN, quiet; double: the default NaN,
+ * QOR_STATUS_ERRDOM if its high word is 0x7FF00000 or 0xFFF00000
  *
  * The double kernels of Sin and Cos reinitialise the x87 unit before they hand a group
  * over: its exception flags are lost.
@@ -334,9 +336,10 @@ QORKES_API void _qorsCos_11(int n, const float* a, float* y);
 
 /* ---- SinCos: y = sin(a), z = cos(a), a in radians ----------------------------------
  *
- * As Sin, with the nearest multiple of pi/2 and a polynomial for each of the two; floats
- * are handed over above 1000000. An infinity gives the default NaN in both, reported as
- * "dSinCos_HA", "sSinCos_HA", "sSinCos_LA". y may be a, or z may, but not both.
+ * As Sin, with the nearest multiple of pi/2 and a polynomial for each of the two;
+ * floats are handed over above 1000000. An infinity gives the default NaN in both,
+ * reported as "dSinCos_HA", "sSinCos_HA", "sSinCos_LA". y may be a, or z may, but not
+ * both.
  */
 QORKES_API void _qordSinCos_HA(int n, const double* a, double* y, double* z);
 QORKES_API void _qordSinCos_50(int n, const double* a, double* y, double* z);
@@ -346,10 +349,10 @@ QORKES_API void _qorsSinCos_11(int n, const float* a, float* y, float* z);
 
 /* ---- Tan: y = tan(a), a in radians -------------------------------------------------
  *
- * As Sin, with the nearest multiple of pi/2 and a quotient of two polynomials; groups of
- * four share one division. Floats are handed over above 128000, _21 above 500000. Near a
- * pole there is no report. Infinities are reported as "dTan_HA" (_50: "dTan_LA"),
- * "sTan_HA", "sTan_LA".
+ * As Sin, with the nearest multiple of pi/2 and a quotient of two polynomials; groups
+ * of four share one division. Floats are handed over above 128000, _21 above 500000.
+ * Near a pole there is no report. Infinities are reported as "dTan_HA" (_50:
+ * "dTan_LA"), "sTan_HA", "sTan_LA".
  */
 QORKES_API void _qordTan_HA(int n, const double* a, double* y);
 QORKES_API void _qordTan_50(int n, const double* a, double* y);
@@ -406,8 +409,8 @@ QORKES_API void _qorsAtan_11(int n, const float* a, float* y);
 /* ---- Atan2: y = the angle of the point (b, a), in [-pi, pi] ------------------------
  *
  * As Atan with the ratio a / b, and pi less the angle where b is negative. No report:
- * zeros and infinities have the angles of the C library's atan2(a, b), and a NaN gives a
- * NaN.
+ * zeros and infinities have the angles of the C library's atan2(a, b), and a NaN gives
+ * a NaN.
  *
  * Double: a group of four with any number below 2^-1021 or above 2^1020 in magnitude
  * comes from the processor's arctangent, and may differ from what its points give
@@ -422,8 +425,8 @@ QORKES_API void _qorsAtan2_11(int n, const float* a, const float* b, float* y);
 
 /* One arctangent, and the angle of one point (b, a), good to 1e-8 and 1.6e-8, without a
  * report, at the precision and rounding that the caller has in force. Zeros, infinities
- * and NaNs as above; where an angle is a multiple of pi/4 that _qorsatan2_scalar does not
- * compute, it is the float nearest to it. */
+ * and NaNs as above; where an angle is a multiple of pi/4 that _qorsatan2_scalar does
+ * not compute, it is the float nearest to it. */
 QORKES_API long double _qorsatan_scalar(float x);
 QORKES_API long double _qorsatan2_scalar(float a, float b);
 
@@ -459,15 +462,15 @@ QORKES_API void _qorsCosh_11(int n, const float* a, float* y);
 
 /* ---- Tanh: y = tanh(a) -------------------------------------------------------------
  *
- * Double: 1 - 2/(e^2a + 1), the power by a table and a polynomial, on the x87 unit at 64
- * bits. Float: the tangent of the nearest sixteenth from a table, of the rest by a
+ * Double: 1 - 2/(e^2a + 1), the power by a table and a polynomial, on the x87 unit at
+ * 64 bits. Float: the tangent of the nearest sixteenth from a table, of the rest by a
  * quotient of two polynomials, and the addition theorem, at 53 bits. Near 0 the Taylor
  * series: below 0.002, float 0.001. No report.
  *
  *   denormal                             the argument
  *   20 and up, float 10, in magnitude    1 with the sign of a, infinities included
- *   NaN                                  the NaN, quiet; in double 1 with the sign of the
- *                                        NaN if its high word without sign is 0x7FF00000
+ *   NaN                                  the NaN, quiet; in double 1 with the sign of
+ * the NaN if its high word without sign is 0x7FF00000
  */
 QORKES_API void _qordTanh_HA(int n, const double* a, double* y);
 QORKES_API void _qordTanh_50(int n, const double* a, double* y);
@@ -556,11 +559,11 @@ QORKES_API void _qorsErfc_11(int n, const float* a, float* y);
 /* ---- Sine, cosine and tangent of one argument --------------------------------------
  *
  * _dSin, _dCos and _dTan are good to little more than half an ulp for every double, in
- * plain double arithmetic: a table row for the nearest multiple of pi/32 and polynomials
- * (Tang, "Table-lookup algorithms for elementary functions and their error analysis",
- * 1991, for the class of methods). Magnitudes below 2^-252 give x and 1.0. An infinity
- * gives a NaN and raises invalid; a NaN gives a NaN; nothing is reported. _dSinCos
- * stores the values of _dSin and _dCos.
+ * plain double arithmetic: a table row for the nearest multiple of pi/32 and
+ * polynomials (Tang, "Table-lookup algorithms for elementary functions and their error
+ * analysis", 1991, for the class of methods). Magnitudes below 2^-252 give x and 1.0.
+ * An infinity gives a NaN and raises invalid; a NaN gives a NaN; nothing is reported.
+ * _dSinCos stores the values of _dSin and _dCos.
  *
  * _qorreduce_pio2d takes off the nearest multiple of pi/2, for every finite x: out[0] +
  * out[1] is what is left, the second what the first lacks, and the result its count
@@ -575,8 +578,8 @@ QORKES_API double _dTan(double x);
 QORKES_API int _qorreduce_pio2d(double x, double out[2]);
 
 /* Scalar code: element i alone, by the functions above, whatever its size, and with the
- * reports of the kernels. HA, LA and A11 differ in the name that a report gets: "dSin_HA",
- * "dSin_LA", "dSin_A11" and so on. The status pointer is not used. */
+ * reports of the kernels. HA, LA and A11 differ in the name that a report gets:
+ * "dSin_HA", "dSin_LA", "dSin_A11" and so on. The status pointer is not used. */
 QORKES_API void _qordSin_SC_HA(int i, const double* a, double* y, int* status);
 QORKES_API void _qordSin_SC_LA(int i, const double* a, double* y, int* status);
 QORKES_API void _qordSin_SC_A11(int i, const double* a, double* y, int* status);
@@ -597,8 +600,10 @@ QORKES_API void _qordSinCos_SC_LA(int i, const double* a, double* y, double* z,
                                   int* status);
 QORKES_API void _qordSinCos_SC_A11(int i, const double* a, double* y, double* z,
                                    int* status);
-QORKES_API void _qorsSinCos_SC_HA(int i, const float* a, float* y, float* z, int* status);
-QORKES_API void _qorsSinCos_SC_LA(int i, const float* a, float* y, float* z, int* status);
+QORKES_API void _qorsSinCos_SC_HA(int i, const float* a, float* y, float* z,
+                                  int* status);
+QORKES_API void _qorsSinCos_SC_LA(int i, const float* a, float* y, float* z,
+                                  int* status);
 QORKES_API void _qorsSinCos_SC_A11(int i, const float* a, float* y, float* z,
                                    int* status);
 
@@ -623,9 +628,10 @@ QORKES_API void _qorsTan_SC_A11(int i, const float* a, float* y, int* status);
  *
  * for i from 0 to n - 1, ascending; strides and indices count elements and may be 0 or
  * negative. Nothing is computed and nothing reported; bits are kept, but that a
- * signaling NaN comes out quiet from _qordPackM and _qordUnpackM. Not checked: pointers,
- * bounds, overlap, and in the I and V forms n below 0 (one block of eight is moved).
- * Unselected elements of y stay as they are; the count of selected ones is the caller's.
+ * signaling NaN comes out quiet from _qordPackM and _qordUnpackM. Not checked:
+ * pointers, bounds, overlap, and in the I and V forms n below 0 (one block of eight is
+ * moved). Unselected elements of y stay as they are; the count of selected ones is the
+ * caller's.
  */
 QORKES_API void _qordPackI(int n, const double* a, int incra, double* y);
 QORKES_API void _qordPackV(int n, const double* a, const int* ia, double* y);

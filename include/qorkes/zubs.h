@@ -8,22 +8,22 @@
  *     }
  *
  * Names: zubs, the operation, the element: 8u bytes, 32f floats, 64f doubles, 32fc and
- * 64fc complex numbers as pairs of real and imaginary part. Every operation whose result
- * is a status tests its arguments in the order told here and writes nothing when a test
- * fails. Arrays need the alignment of their elements alone, 4 bytes for doubles. Nothing
- * here keeps state: calls on different arrays may run in parallel.
+ * 64fc complex numbers as pairs of real and imaginary part. Every operation whose
+ * result is a status tests its arguments in the order told here and writes nothing when
+ * a test fails. Arrays need the alignment of their elements alone, 4 bytes for doubles.
+ * Nothing here keeps state: calls on different arrays may run in parallel.
  */
 #ifndef QORKES_ZUBS_H
 #define QORKES_ZUBS_H
 
 #include <qorkes/api.h>
 
-#define ZubStatusOk 0
-#define ZubStatusSizeError (-6)        /* a length is below 1 */
-#define ZubStatusNullPointer (-8)      /* a pointer is NULL */
-#define ZubStatusMemoryError (-9)      /* an allocation failed */
-#define ZubStatusFftOrderError (-15)   /* order of an FFT outside 0 to 30 */
-#define ZubStatusFftFlagError (-16)    /* unknown normalisation flag */
+#define ZubStatusOk              0
+#define ZubStatusSizeError       (-6)  /* a length is below 1 */
+#define ZubStatusNullPointer     (-8)  /* a pointer is NULL */
+#define ZubStatusMemoryError     (-9)  /* an allocation failed */
+#define ZubStatusFftOrderError   (-15) /* order of an FFT outside 0 to 30 */
+#define ZubStatusFftFlagError    (-16) /* unknown normalisation flag */
 #define ZubStatusContextMismatch (-17) /* not a live plan of this precision */
 
 /* ---- Aligned memory ----------------------------------------------------------------
@@ -58,8 +58,8 @@ QORKES_API int zubsCopy_64f(const double* src, double* dst, int len);
  *
  *     X[k] = sum over n of x[n] exp(-2 pi i k n / N)
  *
- * of which k = 0 to N/2 tell all, the rest being their conjugates. They come in the Perm
- * layout, N numbers like the input:
+ * of which k = 0 to N/2 tell all, the rest being their conjugates. They come in the
+ * Perm layout, N numbers like the input:
  *
  *     place     0       1      2      3      4      5    ...    N-2       N-1
  *            +-------+------+------+------+------+------+---+----------+----------+
@@ -79,10 +79,10 @@ QORKES_API int zubsCopy_64f(const double* src, double* dst, int len);
  */
 typedef struct FftCtx FftCtx;
 
-#define ZubFftDivFwdByN 1  /* forward divides by N */
-#define ZubFftDivInvByN 2  /* inverse divides by N */
+#define ZubFftDivFwdByN  1 /* forward divides by N */
+#define ZubFftDivInvByN  2 /* inverse divides by N */
 #define ZubFftDivBySqrtN 4 /* both divide by sqrt(N) */
-#define ZubFftNoDiv 8      /* neither divides */
+#define ZubFftNoDiv      8 /* neither divides */
 
 /* Makes a plan. `flag` is one of the four above, `hint` is kept and has no effect. On a
  * failure *plan keeps its value.
@@ -108,12 +108,12 @@ QORKES_API int zubsFFTGetBufSize_R_32f(const FftCtx* plan, int* bytes);
  * in place or not, at any alignment. Transforms do not change the plan: threads may
  * share it, each with a buffer of its own.
  * Tests: plan NULL, its kind, src and dst NULL. */
-QORKES_API int zubsFFTFwd_RToPerm_64f(const double* src, double* dst, const FftCtx* plan,
-                                      unsigned char* buffer);
+QORKES_API int zubsFFTFwd_RToPerm_64f(const double* src, double* dst,
+                                      const FftCtx* plan, unsigned char* buffer);
 QORKES_API int zubsFFTFwd_RToPerm_32f(const float* src, float* dst, const FftCtx* plan,
                                       unsigned char* buffer);
-QORKES_API int zubsFFTInv_PermToR_64f(const double* src, double* dst, const FftCtx* plan,
-                                      unsigned char* buffer);
+QORKES_API int zubsFFTInv_PermToR_64f(const double* src, double* dst,
+                                      const FftCtx* plan, unsigned char* buffer);
 QORKES_API int zubsFFTInv_PermToR_32f(const float* src, float* dst, const FftCtx* plan,
                                       unsigned char* buffer);
 
@@ -128,9 +128,9 @@ QORKES_API int zubsMulPerm_32f_I(const float* src, float* srcDst, int len);
  *
  *     dst[k] = sum over i of src1[i] src2[k - i]
  *
- * and must not overlap the sources. The lengths alone choose the way, L being the longer
- * and S the shorter one: results of fewer than 256 elements and S below 32 are summed
- * directly; else L below 3 S takes one transform of everything and any other L
+ * and must not overlap the sources. The lengths alone choose the way, L being the
+ * longer and S the shorter one: results of fewer than 256 elements and S below 32 are
+ * summed directly; else L below 3 S takes one transform of everything and any other L
  * overlap-save blocks of at least 4 S points (Stockham, 1966). The direct sum rounds
  * each output after each product, in the order of S.
  *
@@ -147,8 +147,8 @@ QORKES_API int zubsConv_64f(const double* src1, int len1, const double* src2, in
  * What the real transforms are made of. Nothing here tests its arguments. n = 2^order
  * counts complex numbers, which stand as pairs of real and imaginary part; within the
  * float engines also split, in blocks of four real and then four imaginary parts. Fwd
- * has the negative exponent, Inv the positive one; both read the same tables, which hold
- * exp(-i t) as the pair cos t, -sin t.
+ * has the negative exponent, Inv the positive one; both read the same tables, which
+ * hold exp(-i t) as the pair cos t, -sin t.
  */
 
 /* The table that all others are filled from: sin(2 pi k / N), k = 0 to N/4, for N =
@@ -158,7 +158,8 @@ QORKES_API void zubs_initTabTwdBase_32f(int order, float* table);
 
 /* Bit reversal of 2^order numbers, order at least 2. The first table has n/4 + 1 words,
  * in units of reals: pairs that change places, 0, places that stay, 0. The second has
- * n/4 + 1 words: twice the reversal of its place in order - 2 bits, and 0 at the end. */
+ * n/4 + 1 words: twice the reversal of its place in order - 2 bits, and 0 at the end.
+ */
 QORKES_API void zubs_initTabBitRev(int order, int32_t* table);
 QORKES_API void zubs_initTabBitRevNorm(int order, int32_t* table);
 
@@ -180,8 +181,8 @@ QORKES_API void zubs_initTabTwd_L1_32f(int order, const float* base, int baseOrd
                                        float* table);
 
 /* The cores, on bit-reversed data in place: n from 4 (double) or 8 (float) to 1024. A
- * float core on data off a 16-byte boundary works in `buffer`, n numbers, and leaves the
- * result split unless `final` is set. */
+ * float core on data off a 16-byte boundary works in `buffer`, n numbers, and leaves
+ * the result split unless `final` is set. */
 QORKES_API void zubs_cRadix4Fwd_64fc(double* data, int n, const double* table);
 QORKES_API void zubs_cRadix4Inv_64fc(double* data, int n, const double* table);
 QORKES_API void zubs_cRadix4Fwd_32fc(float* data, int n, const float* table,
@@ -204,13 +205,14 @@ QORKES_API void zubs_cRadix4InvNorm_32fc(const float* src, float* dst, int n,
  * says. */
 QORKES_API void zubs_getSizeTwd_Large_64f(int order, int64_t* table, int64_t* temporary,
                                           int64_t* buffer);
-QORKES_API void zubs_getSizesTwd_Large_32f(int order, int64_t* table, int64_t* temporary,
-                                           int64_t* buffer);
+QORKES_API void zubs_getSizesTwd_Large_32f(int order, int64_t* table,
+                                           int64_t* temporary, int64_t* buffer);
 QORKES_API void zubs_initTabTwd_Large_64f(FftCtx* plan, int order, const double* base,
                                           int baseOrder, double* table,
                                           double* temporary);
 QORKES_API void zubs_initTabTwd_Large_32f(FftCtx* plan, int order, const float* base,
-                                          int baseOrder, float* table, float* temporary);
+                                          int baseOrder, float* table,
+                                          float* temporary);
 QORKES_API void zubs_cFftFwd_Large_64fc(const FftCtx* plan, double* data, int order,
                                         double* buffer);
 QORKES_API void zubs_cFftInv_Large_64fc(const FftCtx* plan, double* data, int order,
@@ -226,9 +228,9 @@ QORKES_API void zubs_cFftFwd_Step_R2_32fc(float* data, int n, const float* table
 QORKES_API void zubs_cFftInv_Step_R2_32fc(float* data, int n, const float* table,
                                           int final);
 
-/* Four columns of a split matrix, `columns` numbers a row: out to four buffers of `rows`
- * pairs each, times the twiddles (mode 1) or their conjugates (mode -1); and back from
- * four split buffers, to pairs if `last`. */
+/* Four columns of a split matrix, `columns` numbers a row: out to four buffers of
+ * `rows` pairs each, times the twiddles (mode 1) or their conjugates (mode -1); and
+ * back from four split buffers, to pairs if `last`. */
 QORKES_API void zubs_cFftBlkMergeMpy_32fc(const float* data, float* buffer,
                                           const float* twiddles, int mode, int columns,
                                           int rows);
@@ -238,8 +240,8 @@ QORKES_API void zubs_cFftBlkSplit_32fc(float* data, const float* buffer, int col
 /* From the transform of n complex numbers to the spectrum of the 2n reals they stand
  * for (direction 1), and back to twice that transform (direction -1); the other
  * direction of each is the same for the positive exponent. Places 0 and 1 are the
- * caller's. Tables: for 2n points, (cos / 2, 1/2 - sin / 2) and (cos, -sin); double from
- * k = 0, float from k = 1, split by fours. n from 1 (double) or 8 (float). */
+ * caller's. Tables: for 2n points, (cos / 2, 1/2 - sin / 2) and (cos, -sin); double
+ * from k = 0, float from k = 1, split by fours. n from 1 (double) or 8 (float). */
 QORKES_API void zubs_cRealRecombine_64f(double* data, int n, int direction,
                                         const double* table);
 QORKES_API void zubs_cRealRecombine_32f(float* data, int n, int direction,
