@@ -866,15 +866,15 @@ QORKES_API int _kesiRngNegbinomial(int method, StreamState* stream, int n, int32
  *
  * Method 1 and PoissonV are approximate and faster: a float normal variate (method 1 of
  * Gaussian, of which they share the spare variate) goes through a polynomial fitted to
- * the distribution's quantiles (after Cornish and Fisher, "Moments and cumulants in the
- * specification of distributions", Review of the International Statistical Institute 5,
- * 1937), one normal a variate. `qorkes-mapping` prints how far their laws are from the
- * exact one: a total variation below 1e-3 for means up to 16, below 3e-4 from there to
- * 2000 (method 1) and 8192 (PoissonV). Beyond, the steps of floats show in method 1,
- * and PoissonV has one curve for all means, which misses several variates in a hundred
- * by one. Two exceptions: method 1 below a mean of 1 compares one float uniform from
- * [0, exp(lambda)) with partial sums of the exponential series, and gives at most 11;
- * PoissonV below 1/16 does that with a uniform made from the normal.
+ * the distribution's quantiles (after Cornish and Fisher, Review of the International
+ * Statistical Institute 5, 1937), one normal a variate. `qorkes-mapping` prints how far
+ * their laws are from the exact one: a total variation below 1e-3 for means up to 16,
+ * below 3e-4 from there to 2000 (method 1) and 8192 (PoissonV). Beyond, the steps of
+ * floats show in method 1, and PoissonV has one curve for all means, which misses
+ * several variates in a hundred by one. Two exceptions: method 1 below a mean of 1
+ * compares one float uniform from [0, exp(lambda)) with partial sums of the exponential
+ * series, and gives at most 11; PoissonV below 1/16 does that with a uniform made from
+ * the normal.
  *
  * KesStatusNoMemory or a failure of the generator beneath: method 0 has then written
  * the variates of the blocks before, the others leave floats in r.

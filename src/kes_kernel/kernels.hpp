@@ -81,44 +81,20 @@ QORKES_INLINE void pick(int n, const float* a, int step, float* y) {
 }
 
 /// The value of a kernel at one number.
-QORKES_INLINE double logarithmOf(double x) {
-    _qordLn_HA(1, &x, &x);
+template <class T> QORKES_INLINE T logarithmOf(T x) {
+    logarithm(1, &x, &x);
     return x;
 }
-QORKES_INLINE float logarithmOf(float x) {
-    _qorsLn_HA(1, &x, &x);
+template <class T> QORKES_INLINE T exponentialOf(T x) {
+    exponential(1, &x, &x);
     return x;
 }
-QORKES_INLINE double exponentialOf(double x) {
-    _qordExp_HA(1, &x, &x);
+template <class T> QORKES_INLINE T squareRootOf(T x) {
+    squareRoot(1, &x, &x);
     return x;
 }
-QORKES_INLINE float exponentialOf(float x) {
-    _qorsExp_HA(1, &x, &x);
-    return x;
-}
-QORKES_INLINE double squareRootOf(double x) {
-    _qordSqrt_HA(1, &x, &x);
-    return x;
-}
-QORKES_INLINE float squareRootOf(float x) {
-    _qorsSqrt_HA(1, &x, &x);
-    return x;
-}
-QORKES_INLINE double powerOf(double x, double y) {
-    _qordPowx_HA(1, &x, y, &x);
-    return x;
-}
-QORKES_INLINE float powerOf(float x, float y) {
-    _qorsPowx_HA(1, &x, y, &x);
-    return x;
-}
-QORKES_INLINE double quickPowerOf(double x, double y) {
-    _qordPow_50(1, &x, &y, &x);
-    return x;
-}
-QORKES_INLINE float quickPowerOf(float x, float y) {
-    _qorsPow_21(1, &x, &y, &x);
+template <class T> QORKES_INLINE T powerOf(T x, T y) {
+    power(1, &x, y, &x);
     return x;
 }
 

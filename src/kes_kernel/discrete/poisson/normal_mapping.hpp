@@ -1,6 +1,6 @@
 // Method 1 of Poisson: a curve through the distribution's quantiles, in powers of a
-// normal variate (after Cornish and Fisher, "Moments and cumulants in the specification
-// of distributions", 1937). Coefficients are formed once for a mean, in extended
+// normal variate (after Cornish and Fisher, Review of the International Statistical
+// Institute 5, 1937). Coefficients are formed once for a mean, in extended
 // precision, and rounded to floats; variates are mapped in single precision.
 #pragma once
 
