@@ -37,6 +37,11 @@ template <class T> struct OneAtATime : Uniforms<T> {
         return belowSwitch(p, q, t, q * t / (e * p + q * t), 1);
     }
 
+    T quickPowerAt(T x, T y) {
+        quickPower(1, &x, &y, &x);
+        return x;
+    }
+
     ext belowSwitch(T p, T q, ext t, ext w, ext width) {
         const T ip = T(1 / ext{p}), iq = T(1 / ext{q});
         T base[2] = {T(1 / w), T(1 / (1 - w))}, exponent[2] = {ip, iq}, c[2];
@@ -46,10 +51,10 @@ template <class T> struct OneAtATime : Uniforms<T> {
             const T u = next(), l = logarithmOf(next());
             ext x, g;
             if (u <= w) {
-                x = k1 * quickPowerOf(u, ip);
+                x = k1 * quickPowerAt(u, ip);
                 g = (1 - ext{q}) * logarithmOf(T((1 - x) / width));
             } else {
-                x = 1 - k2 * quickPowerOf(T(1 - ext{u}), iq);
+                x = 1 - k2 * quickPowerAt(T(1 - ext{u}), iq);
                 g = (1 - ext{p}) * logarithmOf(T(x / t));
             }
             if (g + l <= 0) return T(x);
