@@ -75,7 +75,10 @@ template <class T> std::vector<T> ordinary(const test::Range& range, unsigned fi
     std::mt19937 random(first);
     std::vector<T> numbers;
     for (std::size_t i = 0; i < arguments; ++i) {
-        const double mantissa = 1 + random() * 0x1p-32 + random() * 0x1p-64;
+        const auto leading = static_cast<uint32_t>(random());
+        const auto trailing = static_cast<uint32_t>(random());
+        const auto mantissa =
+            static_cast<double>(1 + leading * 0x1p-32L + trailing * 0x1p-64L);
         const int exponent =
             low + static_cast<int>(random() % static_cast<unsigned>(exponents));
         const bool isNegative = range.sign == test::Sign::negative ||
