@@ -72,11 +72,10 @@ template <class T> std::string numbersOf(const std::vector<T>& results) {
 template <class T> std::vector<T> ordinary(const test::Range& range, unsigned first) {
     const int low = std::ilogb(range.smallest) + 1;
     const int exponents = std::max(std::ilogb(range.largest) - low, 1);
-    std::mt19937 random(first);
+    test::Random random(first);
     std::vector<T> numbers;
     for (std::size_t i = 0; i < arguments; ++i) {
-        const auto leading = static_cast<uint32_t>(random());
-        const auto trailing = static_cast<uint32_t>(random());
+        const uint32_t leading = random(), trailing = random();
         const auto mantissa =
             static_cast<double>(1 + leading * 0x1p-32L + trailing * 0x1p-64L);
         const int exponent =
@@ -273,7 +272,7 @@ void addDistributions(std::vector<GoldenRow>& rows) {
 } // namespace
 
 std::string digestOfUnit() {
-    std::mt19937 random(1);
+    test::Random random(1);
     Digest digest;
     for (std::size_t i = 0; i < arguments; ++i) {
         const ext x = random() * 0x1p-32L + 0x1p-40L, y = random() * 0x1p-32L;

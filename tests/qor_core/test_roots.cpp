@@ -4,6 +4,7 @@
 #include <support/compare.hpp>
 #include <support/fpu.hpp>
 #include <support/oracle.hpp>
+#include <support/platform.hpp>
 #include <support/special_values.hpp>
 
 #include <numeric>
@@ -188,7 +189,7 @@ TEST(InvSqrt, IsAccurateOverTheWholeRange) {
 TEST(Sqrt, RootsOfSquaresAreExact) {
     std::vector<double> roots(3000), squares(roots.size()), y(roots.size());
     std::iota(roots.begin(), roots.begin() + 1000, 1.0);
-    std::mt19937 random(6);
+    Random random(6);
     for (std::size_t i = 1000; i < roots.size(); ++i) roots[i] = random() >> 6;
     for (std::size_t i = 0; i < roots.size(); ++i) squares[i] = roots[i] * roots[i];
     const int n = static_cast<int>(roots.size());
