@@ -163,15 +163,16 @@ private:
         }
     }
 
-    /// True for most errors that are no new largest one in any region: an ulp of a value
-    /// below 2^e is at least 2^(e - digits), so one multiplication tells.
+    /// True for most errors that are no new largest one in any region: an ulp of a
+    /// value below 2^e is at least 2^(e - digits), so one multiplication tells.
     bool isSmall(T result, long double value) const {
         return std::fabs(result - value) <= smallError_ * std::fabs(value);
     }
 
     void setSmallError() {
         double least = HUGE_VAL;
-        for (const Extreme<T>& extreme : extremes_) least = std::min(least, extreme.ulps);
+        for (const Extreme<T>& extreme : extremes_)
+            least = std::min(least, extreme.ulps);
         smallError_ = std::max(least - slack<T>, 0.0) *
                       static_cast<double>(powerOfTwo(-std::numeric_limits<T>::digits));
     }
