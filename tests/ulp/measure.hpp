@@ -53,6 +53,20 @@ template <class T> double screenedUlpsOfSpecial(T result, long double value) {
     return static_cast<T>(value) == result ? 0 : HUGE_VAL;
 }
 
+constexpr int exponentOfSpecial = 0x7FFF - 16382;
+
+/// Whether a result is infinite or no number as the value is, told by patterns: in
+/// arithmetic such numbers cost hundreds of cycles.
+template <class T> bool isSameSpecial(const T& result, const long double& value) {
+    std::uint64_t mantissa;
+    std::memcpy(&mantissa, &value, sizeof mantissa);
+    const auto infinity = Bits<T>::of(std::numeric_limits<T>::infinity());
+    const auto bits = Bits<T>::of(result);
+    if (mantissa << 1 != 0) return bits << 1 > infinity << 1;
+    return bits ==
+           (std::signbit(value) ? Bits<T>::of(-Bits<T>::number(infinity)) : infinity);
+}
+
 /// True for powers of two, which may stand for a value just below, where an ulp is half
 /// as large.
 inline bool isPowerOfTwo(long double value) {
@@ -165,7 +179,8 @@ private:
 
     /// True for most errors that are no new largest one in any region: an ulp of a
     /// value below 2^e is at least 2^(e - digits), so one multiplication tells.
-    bool isSmall(T result, long double value) const {
+    bool isSmall(const T& result, const long double& value) const {
+        if (exponentOf(value) == exponentOfSpecial) return isSameSpecial(result, value);
         return std::fabs(result - value) <= smallError_ * std::fabs(value);
     }
 
