@@ -92,8 +92,8 @@ TEST(Sobol, AllDimensionsFollowThePublishedRecurrence) {
 /// Row 39 of the start numbers, for those that read it there: also in programs that the
 /// linker gives a copy of each table.
 TEST(Sobol, PolynomialsStandBehindTheStartNumbers) {
-    const auto* const bytes = reinterpret_cast<const char*>(uSobolMInit);
-    EXPECT_EQ(std::memcmp(bytes + sizeof uSobolMInit, uSobolIrredPoly,
+    const auto row = reinterpret_cast<uintptr_t>(uSobolMInit) + sizeof uSobolMInit;
+    EXPECT_EQ(std::memcmp(reinterpret_cast<const void*>(row), uSobolIrredPoly,
                           sizeof uSobolIrredPoly),
               0);
 }
