@@ -173,23 +173,20 @@ struct Engine {
 
 void zubs_getSizeTwd_Large_64f(int order, int64_t* table, int64_t* temporary,
                                int64_t* buffer) {
-    const LongSizes sizes = longSizes<Engine>(order);
-    *table = sizes.table;
-    *temporary = sizes.temporary;
-    *buffer = sizes.buffer;
+    longSizes<Engine>(order, *table, *temporary, *buffer);
 }
 
 void zubs_initTabTwd_Large_64f(FftCtx* plan, int order, const double* base,
                                int baseOrder, double* table, double* temporary) {
-    initLongTables<Engine>(*planOf<double>(plan), order, Sines<double>{base, baseOrder},
-                           table, temporary);
+    initLongTables<Engine>(plan, order, Sines<double>{base, baseOrder}, table,
+                           temporary);
 }
 
 void zubs_cFftFwd_Large_64fc(const FftCtx* plan, double* data, int order,
                              double* buffer) {
-    cFft_Large<Engine, Direction::forward>(*planOf<double>(plan), data, order, buffer);
+    cFft_Large<Engine, Direction::forward>(plan, data, order, buffer);
 }
 void zubs_cFftInv_Large_64fc(const FftCtx* plan, double* data, int order,
                              double* buffer) {
-    cFft_Large<Engine, Direction::inverse>(*planOf<double>(plan), data, order, buffer);
+    cFft_Large<Engine, Direction::inverse>(plan, data, order, buffer);
 }
