@@ -70,8 +70,8 @@ template <int n> struct Step {
     double inverse;
     double parts[n];
 };
+
 template <class T> constexpr auto halfTurn = nullptr;
-template <class T> constexpr auto quarterTurn = nullptr;
 
 template <>
 inline constexpr Step<4> halfTurn<double> = {
@@ -84,26 +84,18 @@ static_assert(hasPattern(halfTurn<double>.parts[2], 0x3D08469880000000));
 static_assert(hasPattern(halfTurn<double>.parts[3], 0x3B88CC51701B839A));
 
 template <>
-inline constexpr Step<4> quarterTurn<double> = {
-    0x1.45f306dc9c883p-1,
-    {0x1.921fb4p+0, 0x1.4442dp-24, 0x1.846988p-48, 0x1.8cc51701b839ap-72}};
-static_assert(hasPattern(quarterTurn<double>.inverse, 0x3FE45F306DC9C883));
-static_assert(hasPattern(quarterTurn<double>.parts[0], 0x3FF921FB40000000));
-static_assert(hasPattern(quarterTurn<double>.parts[1], 0x3E74442D00000000));
-static_assert(hasPattern(quarterTurn<double>.parts[2], 0x3CF8469880000000));
-static_assert(hasPattern(quarterTurn<double>.parts[3], 0x3B78CC51701B839A));
-
-template <>
 inline constexpr Step<2> halfTurn<float> = {0x1.45f306dc9c883p-2,
                                             {0x1.921fb5444p+1, 0x1.68c234c4c6629p-38}};
+static_assert(hasPattern(halfTurn<float>.inverse, 0x3FD45F306DC9C883));
 static_assert(hasPattern(halfTurn<float>.parts[0], 0x400921FB54440000));
 static_assert(hasPattern(halfTurn<float>.parts[1], 0x3D968C234C4C6629));
 
-template <>
-inline constexpr Step<2> quarterTurn<float> = {
-    0x1.45f306dc9c883p-1, {0x1.921fb5444p+0, 0x1.68c234c4c6629p-39}};
-static_assert(hasPattern(quarterTurn<float>.parts[0], 0x3FF921FB54440000));
-static_assert(hasPattern(quarterTurn<float>.parts[1], 0x3D868C234C4C6629));
+template <int n> constexpr Step<n> halved(Step<n> step) {
+    step.inverse *= 2;
+    for (double& part : step.parts) part /= 2;
+    return step;
+}
+template <class T> constexpr auto quarterTurn = halved(halfTurn<T>);
 
 /// x less a count of steps.
 template <class T, int n>
