@@ -36,7 +36,7 @@ static_assert(hasPattern(leftTail[2], 0x4025B851EB851EB8)); // 10.86
 static_assert(hasPattern(margins[0], 0x3F4B866E43AA79BC));  // 0.00084
 static_assert(hasPattern(margins[1], 0x3F70624DD2F1A9FC));  // 0.004
 
-constexpr int blockLength = 512, ratios = 16, searched = 32;
+constexpr int blockSize = 512, ratios = 16, searched = 32;
 
 /// The stream's chunk: two set-ups, each with the mean it is for.
 struct Setup {
@@ -59,7 +59,7 @@ inline Setup emptySetup() {
     return setup;
 }
 
-// ---- Search ----
+// ---- Search -------------------------------------------------------------------------
 
 inline void setUpSearch(Setup& s, double mean) {
     double term[searched];
@@ -73,10 +73,10 @@ inline int drawSearched(StreamState* stream, int n, int32_t* r, double mean, Set
     if (mean != s.searchMean) setUpSearch(s, mean);
     const int32_t last = mean == 0 ? 0 : std::numeric_limits<int32_t>::max();
     const auto next = [mean](int32_t x, ext term) { return term * mean / x; };
-    return searchInto<blockLength>(stream, n, r, {s.cumulative, searched}, last, next);
+    return searchInto<blockSize>(stream, n, r, {s.cumulative, searched}, last, next);
 }
 
-// ---- Rejection ----
+// ---- Rejection ----------------------------------------------------------------------
 
 inline void setUpRejection(Setup& s, double mean) {
     const ext lambda = mean;
@@ -238,7 +238,7 @@ inline int drawRejected(StreamState* stream, int n, int32_t* r, double mean, Set
     int status = KesStatusOk;
     for (int i = 0; i < n;) {
         float block[2 * mostAttempts];
-        const int count = n - i < mostAttempts ? n - i : mostAttempts;
+        const int count = std::min(n - i, mostAttempts);
         status = uniforms(stream, 2 * count, block);
         if (failed(status)) return status;
         Attempts attempts;
