@@ -29,7 +29,7 @@ QORKES_INLINE void storeFlipped(float& y, ext value, uint32_t flip) {
     setBits(y, bitsOf(y) ^ (flip & signBit));
 }
 
-// ---- Limits ------------------------------------------------------------------------
+// ---- Limits -------------------------------------------------------------------------
 
 /// High word of 128000.0, where all double kernels hand over. Infinities and NaNs lie
 /// beyond.
@@ -62,7 +62,7 @@ template <int limit> struct FloatLimit {
     }
 };
 
-// ---- Reduction ---------------------------------------------------------------------
+// ---- Reduction ----------------------------------------------------------------------
 
 /// What x is counted in, and reduced by in parts. Products of all parts but the last
 /// with a count are exact.
@@ -141,7 +141,7 @@ QORKES_INLINE ext reducedByHalfTurns(const T& x, const int32_t& count) {
     return reduced(x, loadInteger(quarters), quarterTurn<T>);
 }
 
-// ---- Loop --------------------------------------------------------------------------
+// ---- Loop ---------------------------------------------------------------------------
 
 /// Groups of four in three steps, each for all four before the next: a step waits for
 /// the one before, and only other elements fill the gap. A kernel has a type Argument,
