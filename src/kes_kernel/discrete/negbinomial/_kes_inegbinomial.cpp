@@ -52,7 +52,7 @@ struct Triangle {
 };
 
 struct Tail {
-    double perLogRatio, from, height;
+    double inverseLogRatio, from, height;
 };
 
 enum Region { rectangle, rightTriangle, leftTriangle, rightTail, leftTail, regions };
@@ -325,7 +325,7 @@ QORKES_INLINE bool attempt(const Envelope& e, const Law& law, Roots& roots, doub
     }
     const bool isRight = u <= e.area[rightTail];
     const Tail& end = isRight ? e.rightEnd : e.leftEnd;
-    y = truncate(ext{end.perLogRatio} * logarithmOf(v) + end.from);
+    y = truncate(ext{end.inverseLogRatio} * logarithmOf(v) + end.from);
     const ext inside = ext{u} - e.area[isRight ? leftTriangle : rightTail];
     const ext height = inside * v * end.height;
     if (isRight) return isUnderRight(e, law, y, height);
