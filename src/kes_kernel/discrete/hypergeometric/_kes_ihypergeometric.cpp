@@ -143,12 +143,8 @@ int32_t entriesOf(const Folded& lot) { return std::min(lot.greatest + 1, tableSi
 void build(double* cumulative, const Folded& lot) {
     const ext none = logFactorial(lot.many) + logFactorial(lot.lot - lot.sample) -
                      logFactorial(lot.many - lot.sample) - logFactorial(lot.lot);
-    ext probability = exponentialOf(round64(none)), sum = 0;
-    for (int32_t x = 0; x < entriesOf(lot); ++x) {
-        sum += probability;
-        cumulative[x] = round64(sum);
-        probability = timesUp(lot, probability, x);
-    }
+    cumulateUpwards(entriesOf(lot), exponentialOf(round64(none)), cumulative,
+                    [&](int32_t x, ext term) { return timesUp(lot, term, x); });
 }
 
 int search(const double* cumulative, const Folded& lot, StreamState* stream, int n,

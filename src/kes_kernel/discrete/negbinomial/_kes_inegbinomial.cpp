@@ -84,12 +84,9 @@ void build(double* cumulative, const Law& law) {
     const double p = round64(law.p);
     double first;
     power(1, &p, law.a, &first);
-    ext term = first, sum = 0;
-    for (int k = 0; k < tableSize; ++k) {
-        sum += term;
-        cumulative[k] = round64(sum);
-        term = (law.a + ext(k)) * law.q * term / ext(k + 1);
-    }
+    cumulateUpwards(tableSize, first, cumulative, [&](int32_t x, ext term) {
+        return (law.a + ext(x)) * law.q * term / ext(x + 1);
+    });
 }
 
 int search(const double* cumulative, const Law& law, StreamState* stream, int n,
