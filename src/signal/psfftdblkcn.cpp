@@ -3,6 +3,7 @@
 //
 // Orders 10 and 11 are pieces of 512 points joined by radix 2; longer transforms are
 // split into rows and columns.
+#include <signal/products.hpp>
 #include <signal/psfftblkcn.hpp>
 
 #include <xmmintrin.h>
@@ -19,19 +20,6 @@ template <Direction direction> void core(double* x, int n, const double* table) 
         zubs_cRadix4Fwd_64fc(x, n, table);
     else
         zubs_cRadix4Inv_64fc(x, n, table);
-}
-
-/// Where the two parts of a number stand. The inverse exchanges them throughout, which
-/// conjugates every twiddle.
-template <Direction direction>
-constexpr int re = direction == Direction::forward ? 0 : 1;
-template <Direction direction> constexpr int im = 1 - re<direction>;
-
-template <Direction d> QORKES_INLINE ext productRe(const double* x, const double* w) {
-    return ext{x[re<d>]} * w[0] - ext{x[im<d>]} * w[1];
-}
-template <Direction d> QORKES_INLINE ext productIm(const double* x, const double* w) {
-    return ext{x[im<d>]} * w[0] + ext{x[re<d>]} * w[1];
 }
 
 /// Columns [j, j + chunk) of two blocks of `half` points, and those a quarter circle
