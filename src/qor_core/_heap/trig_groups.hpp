@@ -3,6 +3,7 @@
 #pragma once
 
 #include <qor_core/_heap/horner.hpp>
+#include <qor_core/_heap/lanes.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -41,7 +42,7 @@ QORKES_INLINE bool isBelowLimit(const double& x) {
 
 /// True if no lane is above the limit, and none a NaN.
 QORKES_INLINE bool areWithin(__m128 x, float limit) {
-    const __m128 magnitude = _mm_andnot_ps(_mm_set1_ps(-0.0f), x);
+    const __m128 magnitude = magnitudeOf(x);
     return _mm_movemask_ps(_mm_cmple_ps(magnitude, _mm_set1_ps(limit))) == 0xF;
 }
 
