@@ -1,4 +1,5 @@
-// Numbers to and from text: strict on the way in, shortest on the way out.
+// Numbers to and from text, strict on the way in, shortest on the way out; and text in
+// pieces.
 #pragma once
 
 #include <cstdint>
