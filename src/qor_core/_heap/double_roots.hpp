@@ -39,6 +39,17 @@ QORKES_INLINE bool areFourPositiveNormal(const double* a) {
     return arePositiveNormal(a) && arePositiveNormal(a + 2);
 }
 
+/// The root of a denormal by way of a normal number; `factor` takes the scale out
+/// again.
+template <auto store>
+QORKES_INLINE double rootOfDenormal(const RootTable& table, const double& x,
+                                    double factor) {
+    const double scaled = round64(ext{x} * denormalScale);
+    double root;
+    store(root, table, rootArgument(scaled));
+    return round64(ext{root} * factor);
+}
+
 template <auto store, auto scalar>
 QORKES_INLINE void rootsOfFour(int i, const RootTable& table, const double* a,
                                double* y) {
@@ -55,8 +66,8 @@ QORKES_INLINE void rootsOfFour(int i, const RootTable& table, const double* a,
     store(y[i + 3], table, rootArgument(high, 1, a[i + 3]));
 }
 
-/// `store(y, table, x)` on groups of four positive normal numbers; `scalar(i, a, y)` for
-/// the elements of other groups and of the rest.
+/// `store(y, table, x)` on groups of four positive normal numbers; `scalar(i, a, y)`
+/// for the elements of other groups and of the rest.
 template <const RootTable& table, auto store, auto scalar>
 QORKES_NOINLINE void roots(int n, const double* a, double* y) {
     const RootTable* rows = inRegister(&table);

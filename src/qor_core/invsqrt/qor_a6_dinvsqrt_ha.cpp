@@ -43,10 +43,7 @@ QORKES_COLD void _qordInvSqrtScalar(int i, const double* a, double* y) {
         setWords(y[i], rootNaNHigh, rootNaNLow);
         _ErrorGate(QOR_STATUS_ERRDOM, i, a, y);
     } else {
-        double root;
-        const double scaled = round64(ext{a[i]} * denormalScale);
-        storeInverseRoot(root, sqrtTab, rootArgument(scaled));
-        y[i] = round64(ext{root} * rootOfDenormalScale);
+        y[i] = rootOfDenormal<storeInverseRoot>(sqrtTab, a[i], rootOfDenormalScale);
     }
 }
 

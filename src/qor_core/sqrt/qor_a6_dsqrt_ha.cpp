@@ -39,10 +39,7 @@ QORKES_COLD void _qordSqrtScalar(int i, const double* a, double* y) {
         setWords(y[i], rootNaNHigh, rootNaNLow);
         _ErrorGate(QOR_STATUS_ERRDOM, i, a, y);
     } else {
-        double root;
-        const double scaled = round64(ext{a[i]} * denormalScale);
-        storeRoot(root, sqrtTab, rootArgument(scaled));
-        y[i] = round64(ext{root} * inverseOfRootScale);
+        y[i] = rootOfDenormal<storeRoot>(sqrtTab, a[i], inverseOfRootScale);
     }
 }
 
