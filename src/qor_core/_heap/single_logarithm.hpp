@@ -94,7 +94,10 @@ QORKES_COLD void unitLogarithm(int i, const float* a, float* y) {
 
 template <const SingleLogarithm& f>
 QORKES_COLD void lastLogarithm(int i, const float* a, float* y) {
-    if (asPair<ordinaryPairs<f>>(a[i], y[i]) == 0) unitLogarithm<f>(i, a, y);
+    if (isPositiveNormalFloat(bitsOf(a[i])))
+        asPair<ordinaryPairs<f>>(a[i], y[i]);
+    else
+        unitLogarithm<f>(i, a, y);
 }
 
 template <const SingleLogarithm& f>
