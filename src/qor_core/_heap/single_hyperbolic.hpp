@@ -10,12 +10,11 @@
 #pragma once
 
 #include <qor_core/_heap/lanes.hpp>
+#include <qor_core/_heap/parity.hpp>
 #include <qor_core/_heap/powers_of_two.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
-
-enum class Parity { even, odd };
 
 struct SingleHyperbolic {
     Parity parity;
