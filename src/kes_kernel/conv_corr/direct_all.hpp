@@ -234,7 +234,8 @@ template <Job job, class Data, class Work> int directAll(const Grid<Data>& grid)
     const bool direct =
         std::is_same_v<Work, Data> && isDense(rank, grid.zshape, grid.zstride);
     WorkArrays<Work> work;
-    const bool prepared = prepare(work, grid, isConvolution<job>, direct);
+    const bool prepared = prepare(work, grid, isConvolution<job>,
+                                  direct ? 0 : elementsOf(rank, grid.zshape));
     if (prepared) {
         Correlation<Work> whole = {rank,
                                    work.x,

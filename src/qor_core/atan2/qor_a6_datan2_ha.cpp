@@ -80,7 +80,7 @@ QORKES_INLINE Point pointAt(const Block& block, int i) {
             moved(&block.abscissa[i], -swap)};
 }
 
-// ---- Intervals ---------------------------------------------------------------------
+// ---- Intervals ----------------------------------------------------------------------
 
 constexpr uint32_t leastOrdinary = 0x00200000, largestOrdinary = 0x7FB00000;
 
@@ -147,7 +147,7 @@ QORKES_INLINE bool findIntervals(Block& block, int i, const double* b) {
     return true;
 }
 
-// ---- Ratios ------------------------------------------------------------------------
+// ---- Ratios -------------------------------------------------------------------------
 
 // Loads are cheaper than registers here: each product makes its own, and the sums take
 // their other number from memory.
@@ -190,7 +190,7 @@ QORKES_INLINE ext ratioOfOne(const Point& point) {
     return D * (square * inverse) * numerator(point);
 }
 
-// ---- Angles ------------------------------------------------------------------------
+// ---- Angles -------------------------------------------------------------------------
 
 /// y may be a.
 QORKES_INLINE void storeAngle(double& y, ext t, const Row& row, const double& a) {
