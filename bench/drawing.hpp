@@ -46,7 +46,7 @@ Contest drawingContest(int n, int brng, std::uint32_t seed, Draw draw,
         };
     };
     return {[=] { draw(drawing->stream, n, drawing->numbers.data()); },
-            fill(x87Peers()), fill(sse2Peers())};
+            fill(narrowPeers()), fill(widePeers())};
 }
 
 } // namespace qorkes::bench

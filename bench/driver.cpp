@@ -1,22 +1,29 @@
 // qorkes-bench: times every row of the tables in kernels.cpp, streams.cpp,
 // distributions.cpp, signal.cpp and tasks.cpp.
 //
-// One round times our entry, the x87 peer and the SSE2 peer, each for about a
-// millisecond, and gives a ratio for each peer. The rounds of a row are spread over
-// several passes through the table, since what else a machine does comes in bursts of
-// seconds. Reported are the median over the rounds and the range of their middle eight
-// tenths.
+// One round times our entry and both builds of the peer, each for about a millisecond,
+// and gives a ratio for each peer. The rounds of a row are spread over several passes
+// through the table, since what else a machine does comes in bursts of seconds.
+// Reported are the median over the rounds and the range of their middle eight tenths.
+//
+// Two builds of our own cannot run in one process. So one leaves the fastest time of
+// each row in a file, and the other adds a column of that time divided by its own
+// fastest.
 #include "driver.hpp"
+#include "fastest.hpp"
 
 #include <support/document.hpp>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <fstream>
 #include <iostream>
+#include <span>
 
 using namespace qorkes;
 using namespace qorkes::bench;
@@ -69,26 +76,30 @@ struct Ratios {
 };
 
 struct Result {
-    Ratios x87, sse2;
+    Ratios narrow, wide;
+    double fastest = INFINITY; // of our times, seconds
 
     /// Against the faster build of the peer.
-    const Ratios& ratios() const { return x87.median() < sse2.median() ? x87 : sse2; }
+    const Ratios& ratios() const {
+        return narrow.median() < wide.median() ? narrow : wide;
+    }
 };
 
 /// Returns the time of the slower build of the peer.
 double measure(const Contest& contest, int rounds, Result& result) {
-    const Timed ours(contest.ours), x87(contest.x87), sse2(contest.sse2);
+    const Timed ours(contest.ours), narrow(contest.narrow), wide(contest.wide);
     for (int i = 0; i < rounds; ++i) {
         const double base = ours.seconds();
-        result.x87.rounds.push_back(x87.seconds() / base);
-        result.sse2.rounds.push_back(sse2.seconds() / base);
+        result.fastest = std::min(result.fastest, base);
+        result.narrow.rounds.push_back(narrow.seconds() / base);
+        result.wide.rounds.push_back(wide.seconds() / base);
     }
-    return std::max(x87.seconds(), sse2.seconds());
+    return std::max(narrow.seconds(), wide.seconds());
 }
 
 struct MeasuredRow {
     Row row;
-    Result results[std::size(sizes)] = {};
+    std::array<Result, std::size(sizes)> results = {};
 
     void measureSizes(int rounds) {
         double each = 0;
@@ -104,19 +115,36 @@ template <class... Args> std::string format(const char* pattern, Args... args) {
     return text;
 }
 
-std::string line(const std::string& ours, const std::string& arguments,
-                 const std::string& peer, const std::string (&cells)[4]) {
-    return format("| %-18s | %-30s | %-17s | %-22s | %-12s | %-22s | %-12s |\n",
-                  ours.c_str(), arguments.c_str(), peer.c_str(), cells[0].c_str(),
-                  cells[1].c_str(), cells[2].c_str(), cells[3].c_str());
+/// Our fastest times, and those of the other build where its file was read.
+struct Builds {
+    FastestTimes ours, others;
+
+    /// Notes ours. Returns the other's divided by it, as text.
+    std::string note(const std::string& key, double seconds) {
+        bench::note(ours, key, seconds);
+        const auto other = others.find(key);
+        return other == others.end() ? "" : format("%.2f", other->second / seconds);
+    }
+    /// Adds the last column, if there is one.
+    void addTo(std::vector<std::string>& cells, const std::string& cell) const {
+        if (!others.empty()) cells.push_back(cell);
+    }
+};
+
+using Cells = std::vector<std::string>;
+
+std::string line(std::span<const int> widths, const Cells& cells) {
+    std::string text;
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        text += format("| %-*s ", widths[i], cells[i].c_str());
+    return text + "|\n";
 }
 
-std::string heading() {
-    std::string rule = line("", "", "", {"", "", "", ""});
+std::string heading(std::span<const int> widths, Cells cells, const Builds& builds) {
+    builds.addTo(cells, "32-bit / 64-bit");
+    std::string rule = line(widths, Cells(cells.size()));
     std::ranges::replace(rule, ' ', '-');
-    return line("ours", "arguments", "peer",
-                {"n = 1000", "x87, SSE2", "n = 100000", "x87, SSE2"}) +
-           rule;
+    return line(widths, cells) + rule;
 }
 
 std::string withRange(const Ratios& ratios) {
@@ -124,15 +152,33 @@ std::string withRange(const Ratios& ratios) {
                   ratios.at(0.9));
 }
 
-std::string lineOf(const MeasuredRow& measured) {
-    std::string cells[4];
-    std::string* cell = cells;
-    for (const Result& result : measured.results) {
-        if (result.x87.rounds.empty()) break;
-        *cell++ = withRange(result.ratios());
-        *cell++ = format("%.2f, %.2f", result.x87.median(), result.sse2.median());
+constexpr int widths[] = {18, 30, 17, 22, 12, 22, 12, 15};
+
+std::string heading(const Builds& builds) {
+    const char* const both = QORKES_NARROW ", " QORKES_WIDE;
+    return heading(widths,
+                   {"ours", "arguments", "peer", "n = 1000", both, "n = 100000", both},
+                   builds);
+}
+
+std::string lineOf(const MeasuredRow& measured, Builds& builds) {
+    const Row& row = measured.row;
+    Cells cells = {row.ours, row.arguments, row.peer};
+    std::string ratios;
+    for (std::size_t i = 0; i < std::size(sizes); ++i) {
+        const Result& result = measured.results[i];
+        const bool wasRun = !result.narrow.rounds.empty();
+        cells.push_back(wasRun ? withRange(result.ratios()) : "");
+        cells.push_back(
+            wasRun ? format("%.2f, %.2f", result.narrow.median(), result.wide.median())
+                   : "");
+        if (!wasRun) continue;
+        ratios += (i > 0 ? ", " : "") + builds.note(row.ours + ", " + row.arguments +
+                                                        ", " + std::to_string(sizes[i]),
+                                                    result.fastest);
     }
-    return line(measured.row.ours, measured.row.arguments, measured.row.peer, cells);
+    builds.addTo(cells, ratios);
+    return line(widths, cells);
 }
 
 std::vector<MeasuredRow> rowsWith(const std::string& part) {
@@ -143,22 +189,20 @@ std::vector<MeasuredRow> rowsWith(const std::string& part) {
     return rows;
 }
 
-std::string sizedLine(const SizedRow& row, const std::string& scalar,
-                      const std::string& simd) {
-    return format("| %-18s | %-17s | %-6s | %-19s | %-19s |\n", row.ours.c_str(),
-                  row.size.c_str(), row.peer.c_str(), scalar.c_str(), simd.c_str());
+constexpr int sizedWidths[] = {18, 17, 6, 19, 19, 15};
+
+std::string sizedHeading(const Builds& builds) {
+    return "\n" +
+           heading(sizedWidths, {"ours", "size", "peer", "scalar", "SIMD"}, builds);
 }
 
-std::string sizedHeading() {
-    std::string rule = sizedLine({}, "", "");
-    std::ranges::replace(rule, ' ', '-');
-    return "\n" + sizedLine({"ours", "size", "peer", {}}, "scalar", "SIMD") + rule;
-}
-
-std::string sizedLine(const SizedRow& row, int rounds) {
+std::string lineOf(const SizedRow& row, int rounds, Builds& builds) {
     Result result;
     measure(row.prepare(), rounds, result);
-    return sizedLine(row, withRange(result.x87), withRange(result.sse2));
+    Cells cells = {row.ours, row.size, row.peer, withRange(result.narrow),
+                   withRange(result.wide)};
+    builds.addTo(cells, builds.note(row.ours + ", " + row.size, result.fastest));
+    return line(sizedWidths, cells);
 }
 
 std::string setUpLine(const SetUp& setUp) {
@@ -172,7 +216,8 @@ std::string machine() {
     std::string text, model = "unknown";
     while (std::getline(info, text))
         if (text.starts_with("model name")) model = text.substr(text.find(':') + 2);
-    return "Processor: " + model + ". Compiler: gcc " __VERSION__ ".\n\n";
+    return format("Processor: %s. Compiler: gcc " __VERSION__ ", %d-bit.\n\n",
+                  model.c_str(), int{8 * sizeof(void*)});
 }
 
 } // namespace
@@ -180,7 +225,7 @@ std::string machine() {
 int main(int argc, char** argv) {
     CLI::App app(
         "Times Qorkes and its peers alternately: peer's time divided by ours.");
-    std::string filter, document;
+    std::string filter, document, times, against;
     int rounds = 20;
     auto* part =
         app.add_option("--filter", filter, "only rows whose name has this part");
@@ -189,29 +234,36 @@ int main(int argc, char** argv) {
     app.add_option("--docs", document, "performance document to bring up to date")
         ->check(CLI::ExistingFile)
         ->excludes(part);
+    app.add_option("--times", times, "file for the fastest time of each row, seconds");
+    app.add_option("--against", against, "such a file of the 32-bit build")
+        ->check(CLI::ExistingFile);
     CLI11_PARSE(app, argc, argv);
 
     std::vector<MeasuredRow> rows = rowsWith(filter);
     for (int pass = 1; pass < passes; ++pass)
         for (MeasuredRow& row : rows) row.measureSizes(rounds);
 
+    Builds builds;
+    if (!against.empty()) builds.others = readTimes(against);
     std::string table;
     const auto add = [&](const std::string& text) {
         std::cout << text << std::flush;
         table += text;
     };
-    add(machine() + heading());
+    add(machine() + heading(builds));
     for (MeasuredRow& row : rows) {
         row.measureSizes(rounds);
-        add(lineOf(row));
+        add(lineOf(row, builds));
     }
-    add(sizedHeading());
+    add(sizedHeading(builds));
     for (const auto& sized : {signalRows(), taskRows()})
         for (const SizedRow& row : sized)
             if (row.ours.find(filter) != std::string::npos)
-                add(sizedLine(row, passes * rounds));
+                add(lineOf(row, passes * rounds, builds));
     if (const SetUp setUp = largestSetUp();
         setUp.ours.find(filter) != std::string::npos)
         add(setUpLine(setUp));
-    if (!document.empty()) replaceSection(document, "ratios", table);
+    if (!times.empty()) write(builds.ours, times);
+    if (!document.empty())
+        replaceSection(document, sizeof(void*) == 8 ? "ratios 64" : "ratios", table);
 }

@@ -1,5 +1,5 @@
-// What is compared with what. Our entry and both builds of its peer, a loop compiled
-// for x87 and one for SSE2, run alternately in one process on arguments of the same
+// What is compared with what. Our entry and two builds of its peer, one for narrower
+// and one for wider registers, run alternately in one process on arguments of the same
 // kind, so that a ratio of their times means something on a machine that others use.
 #pragma once
 
@@ -11,7 +11,7 @@ namespace qorkes::bench {
 
 /// Each does the same amount of work.
 struct Contest {
-    std::function<void()> ours, x87, sse2;
+    std::function<void()> ours, narrow, wide;
 };
 
 struct Row {
@@ -21,8 +21,8 @@ struct Row {
     std::function<Contest(int n)> prepare;
 };
 
-/// A row of one size. Its peer is a library with a scalar (x87) and a SIMD (sse2) form,
-/// or loops compiled for either.
+/// A row of one size. Its peer is a library with a scalar (narrow) and a SIMD (wide)
+/// form, or loops compiled both ways.
 struct SizedRow {
     std::string ours;
     std::string size;

@@ -87,9 +87,10 @@ std::string text(Interval interval) {
 template <class T>
 Row row(const catalogue::Function& function, const catalogue::Kernel<T>& kernel,
         const Arguments& arguments) {
-    const KernelPeer<T>& x87 = peerOf(kernelPeersOf<T>(x87Peers()), function.name);
-    const KernelPeer<T>& sse2 = peerOf(kernelPeersOf<T>(sse2Peers()), function.name);
-    const auto prepare = [&function, &kernel, &arguments, &x87, &sse2](int n) {
+    const KernelPeer<T>& narrow =
+        peerOf(kernelPeersOf<T>(narrowPeers()), function.name);
+    const KernelPeer<T>& wide = peerOf(kernelPeersOf<T>(widePeers()), function.name);
+    const auto prepare = [&function, &kernel, &arguments, &narrow, &wide](int n) {
         const auto v = std::make_shared<Arrays<T>>(n, arguments);
         const auto loop = [=](const KernelPeer<T>& peer) {
             return [=, f = peer.loop] {
@@ -99,12 +100,12 @@ Row row(const catalogue::Function& function, const catalogue::Kernel<T>& kernel,
         const auto ours = [=, form = function.form, entry = kernel.entry] {
             call(form, entry, n, v->a.data(), v->b.data(), v->y.data(), v->z.data());
         };
-        return Contest{ours, loop(x87), loop(sse2)};
+        return Contest{ours, loop(narrow), loop(wide)};
     };
     const bool isUnary = arguments.b.low == 0 && arguments.b.high == 0;
     return {std::string(precisionName<T>) + ' ' + function.name + '_' + kernel.accuracy,
-            text(arguments.a) + (isUnary ? "" : " and " + text(arguments.b)), x87.name,
-            prepare};
+            text(arguments.a) + (isUnary ? "" : " and " + text(arguments.b)),
+            narrow.name, prepare};
 }
 
 template <class T> void addRows(std::vector<Row>& rows) {

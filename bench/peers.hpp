@@ -1,5 +1,6 @@
 // Loops over what a program would call without this library. peers.cpp is built twice,
-// into one shared object for x87 and one for SSE2 arithmetic.
+// into a shared object each: the 32-bit one for x87 and for SSE2 arithmetic, the 64-bit
+// one for SSE2 element by element and for the vector functions of the C library.
 #pragma once
 
 #include <support/kernel_peers.hpp>
@@ -41,7 +42,7 @@ struct Peers {
 };
 
 // In the same order.
-Peers x87Peers();
-Peers sse2Peers();
+Peers narrowPeers();
+Peers widePeers();
 
 } // namespace qorkes::bench

@@ -58,7 +58,7 @@ template <class T> Contest contest(const Work& work) {
                 __kesExec(task.get(), x.get(), nullptr, y.get(), nullptr, z.get(),
                           nullptr);
             },
-            peer(x87Peers()), peer(sse2Peers())};
+            peer(narrowPeers()), peer(widePeers())};
 }
 
 struct NamedWork {

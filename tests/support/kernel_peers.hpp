@@ -41,7 +41,12 @@ inline void sineAndCosine(double x, double& y, double& z) { sincos(x, &y, &z); }
 inline void sineAndCosine(float x, float& y, float& z) { sincosf(x, &y, &z); }
 
 template <class T> void sineAndCosineLoop(int n, const T* a, const T*, T* y, T* z) {
+#ifdef __FAST_MATH__ // then each of them has a vector function; both together have none
+    for (int i = 0; i < n; ++i) y[i] = std::sin(a[i]);
+    for (int i = 0; i < n; ++i) z[i] = std::cos(a[i]);
+#else
     for (int i = 0; i < n; ++i) sineAndCosine(a[i], y[i], z[i]);
+#endif
 }
 
 #define CALL(f) [](T x, T) { return std::f(x); }
