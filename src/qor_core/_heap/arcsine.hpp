@@ -91,15 +91,14 @@ struct ArcsineBlock {
 };
 
 QORKES_INLINE void sortBlock(ArcsineBlock& block, int begin, int end, const double* a) {
-    int central = 0, edge = 0;
+    int central = 0;
     for (int i = begin; i < end; ++i) {
-        const bool isEdge = (highWord(a[i]) & magnitudeBits) >= firstForEdge;
+        const int edge = i - begin - central;
         block.central[central] = block.edge[edge] = i;
-        central += !isEdge;
-        edge += isEdge;
+        central += (highWord(a[i]) & magnitudeBits) < firstForEdge;
     }
     block.centralCount = central;
-    block.edgeCount = edge;
+    block.edgeCount = end - begin - central;
 }
 
 /// An element from 1 up in magnitude, stored already; only 1 itself and NaNs are right.
