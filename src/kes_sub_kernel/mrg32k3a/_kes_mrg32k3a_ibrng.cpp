@@ -14,6 +14,13 @@ template <uint32_t gap> QORKES_INLINE uint64_t fold(uint64_t x) {
     return static_cast<uint32_t>(x) + uint64_t{static_cast<uint32_t>(x >> 32)} * gap;
 }
 
+/// fold(x) + fold(y) by one multiplication, for upper words whose sum is one too.
+template <uint32_t gap> QORKES_INLINE uint64_t foldSum(uint64_t x, uint64_t y) {
+    const auto upper = static_cast<uint32_t>(x >> 32) + static_cast<uint32_t>(y >> 32);
+    return uint64_t{static_cast<uint32_t>(x)} + static_cast<uint32_t>(y) +
+           uint64_t{upper} * gap;
+}
+
 /// x mod 2^32 - gap if fold(x) is below twice that. The last subtraction is tried
 /// within the fold: only if it carries was there something to subtract.
 template <uint32_t gap> QORKES_INLINE uint32_t reduce(uint64_t x) {
@@ -39,13 +46,16 @@ QORKES_INLINE uint32_t nextY(uint32_t y0, uint32_t y2) {
     return reduceY(times(a21, y2) + minusTimes<gap2>(a23, y0));
 }
 
-/// The term after that, without waiting for it: a21 nextY(y0, y2) - a23 y1.
+/// The term after that, without waiting for it: a21 nextY(y0, y2) - a23 y1. The factor
+/// of y2 is taken with its sign changed, and with it y2: that keeps upper words small.
 QORKES_INLINE uint32_t nextYButOne(uint32_t y0, uint32_t y1, uint32_t y2) {
     constexpr auto a21a21 = static_cast<uint32_t>(uint64_t{a21} * a21 % modulus2);
     constexpr auto a21a23 = static_cast<uint32_t>(uint64_t{a21} * a23 % modulus2);
-    return reduceY(fold<gap2>(times(a21a21, y2)) +
-                   fold<gap2>(minusTimes<gap2>(a21a23, y0)) +
-                   minusTimes<gap2>(a23, y1));
+    constexpr uint32_t minusA21a21 = modulus2 - a21a21;
+    static_assert(minusA21a21 < modulus2 - a21a23, "upper words have a sum below 2^32");
+    return reduceY(
+        foldSum<gap2>(minusTimes<gap2>(minusA21a21, y2), minusTimes<gap2>(a21a23, y0)) +
+        minusTimes<gap2>(a23, y1));
 }
 
 QORKES_INLINE uint32_t difference(uint32_t x, uint32_t y) {
