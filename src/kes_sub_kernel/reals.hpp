@@ -20,13 +20,7 @@ template <class Real> QORKES_INLINE ext rangeScale(Real a, Real b, double step) 
 }
 
 QORKES_INLINE void storeRounded(double& r, ext x) { r = round64(x); }
-
-/// The empty statement keeps neighbouring stores from being gathered in an SSE
-/// register, by way of memory.
-QORKES_INLINE void storeRounded(float& r, ext x) {
-    r = round32(x);
-    asm("" : "+m"(r));
-}
+QORKES_INLINE void storeRounded(float& r, ext x) { r = round32(x); }
 
 /// The low 64 bits of an SSE register, below 2^63, as a number. They reach memory by
 /// one store: the unit would wait for two stores of 32 bits to leave the store buffer
@@ -46,7 +40,8 @@ QORKES_INLINE ext wordsAsNumber(const uint32_t& low, const uint32_t& high) {
 }
 
 /// r[i] becomes real(words[i] as a number). Words may stand in r itself, where element
-/// i does not reach beyond word i.
+/// i does not reach beyond word i. The empty statement keeps the stores of numbers whole
+/// and their places apart, where the compiler would store each number by itself.
 template <class Real, class Map>
 QORKES_INLINE void mapWords(const WordInPlace* words, int n, Real* r, Map&& real) {
     int i = 0;
@@ -56,6 +51,7 @@ QORKES_INLINE void mapWords(const WordInPlace* words, int n, Real* r, Map&& real
         _mm_store_ps(reinterpret_cast<float*>(numbers), _mm_unpacklo_ps(four, zero));
         _mm_store_ps(reinterpret_cast<float*>(numbers + 2),
                      _mm_unpackhi_ps(four, zero));
+        asm("" : "+m"(numbers));
         storeRounded(r[i], real(static_cast<ext>(numbers[0])));
         storeRounded(r[i + 1], real(static_cast<ext>(numbers[1])));
         storeRounded(r[i + 2], real(static_cast<ext>(numbers[2])));
