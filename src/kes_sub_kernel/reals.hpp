@@ -40,8 +40,8 @@ QORKES_INLINE ext wordsAsNumber(const uint32_t& low, const uint32_t& high) {
 }
 
 /// r[i] becomes real(words[i] as a number). Words may stand in r itself, where element
-/// i does not reach beyond word i. The empty statement keeps the stores of numbers whole
-/// and their places apart, where the compiler would store each number by itself.
+/// i does not reach beyond word i. The empty statement keeps the stores of numbers
+/// whole and their places apart, where the compiler would store each number by itself.
 template <class Real, class Map>
 QORKES_INLINE void mapWords(const WordInPlace* words, int n, Real* r, Map&& real) {
     int i = 0;
