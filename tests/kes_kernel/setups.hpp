@@ -1,12 +1,13 @@
-// Integer distributions that keep a set-up in the stream. Its words, by their number in
-// the chunk, are compared with formulas and exact probabilities; draws with values made
-// one at a time from these words and accepted by exact probabilities.
+// Integer distributions that keep a set-up in the stream: its tables of probabilities
+// against exact ones, and draws against values made one at a time from its words, by
+// their numbers in the chunk, and accepted by exact probabilities. A wrong word gives
+// another value, or a draw that does not fit the law.
 //
 // A law is a structure of the parameters with: the layout of its chunk (id, words,
 // cumulative, entries, down, up, reach) and the block of its draws; table, whether it
 // is a search of one uniform a value and not an attempt of two; draw; unfolded, the
 // result of an attempt's value; probability, mode and last value of the folded problem;
-// setup, the words but for table and ratios; attempt.
+// attempt.
 #pragma once
 
 #include "goodness.hpp"
@@ -20,12 +21,6 @@ namespace qorkes::test {
 
 using ext = long double;
 using Value = std::optional<int32_t>; // none: rejected
-
-struct Expected {
-    int word;
-    ext value;
-    ext tolerance = 0x1p-52L; // relative
-};
 
 inline ext logChoose(ext n, ext k) {
     return std::lgamma(n + 1) - std::lgamma(k + 1) - std::lgamma(n - k + 1);
@@ -81,27 +76,21 @@ inline std::vector<double> searchingUniforms(int n) {
     return u;
 }
 
-template <class Law> void compareSetup(const double* c, const Law& law) {
-    const auto compare = [c](const Expected& e) {
-        EXPECT_LE(std::fabs(c[e.word] - e.value), std::fabs(e.value) * e.tolerance)
-            << "word " << e.word << ": " << c[e.word] << ", not " << e.value;
-    };
-    if (law.table) {
-        double sum = 0;
-        for (int x = 0; x < entriesOf(law); ++x) {
-            sum += double(law.probability(x));
-            EXPECT_NEAR(c[Law::cumulative + x], sum, 1e-9) << "value " << x;
+template <class Law> void compareTables(const double* c, const Law& law) {
+    double sum = 0;
+    for (int x = 0; law.table && x < entriesOf(law); ++x) {
+        sum += double(law.probability(x));
+        EXPECT_NEAR(c[Law::cumulative + x], sum, 1e-9) << "value " << x;
+    }
+    for (int k = 1; !law.table && k <= Law::reach; ++k)
+        for (const auto& [word, x] : {std::pair{Law::down + k, law.mode() - k},
+                                      {Law::up + k, law.mode() + k}}) {
+            const ext wanted = ratio(law, x);
+            EXPECT_LE(std::fabs(c[word] - wanted), wanted * 1e-12L) << "word " << word;
         }
-        return;
-    }
-    for (const Expected& e : law.setup(c)) compare(e);
-    for (int k = 1; k <= Law::reach; ++k) {
-        compare({Law::down + k, ratio(law, law.mode() - k), 1e-12L});
-        compare({Law::up + k, ratio(law, law.mode() + k), 1e-12L});
-    }
 }
 
-/// Draws n values while `failAt` draws succeed, and compares: the set-up, the values,
+/// Draws n values while `failAt` draws succeed, and compares: the tables, the values,
 /// the counts of uniforms. After a failure the values are as they were before the end.
 template <class Law> void expectDraws(const Law& law, int n, int failAt = -1) {
     const auto numbers = searchingUniforms(16 * n + 2000);
@@ -113,7 +102,7 @@ template <class Law> void expectDraws(const Law& law, int n, int failAt = -1) {
     const auto* chunk = reinterpret_cast<const Chunk*>(stream->Chunks);
     ASSERT_EQ(chunk->size, 8 * Law::words);
     const double* c = keptBy(stream, law);
-    compareSetup(c, law);
+    compareTables(c, law);
 
     const int each = law.table ? 1 : 2;
     std::vector<int> counts;
@@ -160,7 +149,7 @@ template <class Law> void expectKept(const Law& law, const Law& other) {
     draw(stream, law, 1000);
     EXPECT_EQ(word, 0.125);
     draw(stream, other, 1000);
-    compareSetup(kept, other);
+    compareTables(kept, other);
     draw(stream, law, 0);
     EXPECT_EQ(word, before);
     EXPECT_EQ(__kesGetNumChunks(stream.get()), 1);
