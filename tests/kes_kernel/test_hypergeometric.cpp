@@ -88,8 +88,8 @@ constexpr Hypergeometric distorted[] = {
     {1000, 300, 400, false}, {100000, 10000, 2400, false}, {2000, 990, 398, false}};
 
 TEST(Hypergeometric, AgreesWithItsRecomputation) {
-    expectAgreement(laws);
-    expectAgreement(distorted);
+    expectAgreement(laws, 0xE211373470C05A9E);
+    expectAgreement(distorted, 0x85EB4F23266ABCC1);
     for (const auto& law : laws) EXPECT_EQ(law.table, law.mode() < 40) << law.name();
 }
 

@@ -87,8 +87,8 @@ constexpr Negbinomial others[] = {
     {301, 0.75, false}, {1000, 0.9, false}, {40.5, 0.001, false}, {7.5, 1, true}};
 
 TEST(Negbinomial, AgreesWithItsRecomputation) {
-    expectAgreement(laws);
-    expectAgreement(others);
+    expectAgreement(laws, 0x2C5D50D976ACACDD);
+    expectAgreement(others, 0x351DB5E8849A7A1E);
 }
 
 TEST(Negbinomial, FitsItsDistribution) { expectFits(laws); }
