@@ -15,7 +15,6 @@
 
 #include <common/bits.hpp>
 
-#include <cstdio>
 #include <optional>
 #include <random>
 
@@ -172,12 +171,7 @@ template <class Law> void expectKept(const Law& law, const Law& other) {
     EXPECT_EQ(word, before);
     EXPECT_EQ(__kesGetNumChunks(stream.get()), 1);
 
-    const std::string file = testing::TempDir() + "qorkes-setup.stream";
-    ASSERT_EQ(__kesSaveStreamF(stream.get(), file.c_str(), -1), KesStatusOk);
-    StreamState* loaded = nullptr;
-    ASSERT_EQ(__kesLoadStreamF(&loaded, file.c_str()), KesStatusOk);
-    const Stream copy(loaded);
-    std::remove(file.c_str());
+    const Stream copy = reloaded(stream);
     EXPECT_TRUE(std::equal(kept, kept + Law::words, keptBy(copy, law)));
     draw(stream, law, 1000);
     r.swap(s);
