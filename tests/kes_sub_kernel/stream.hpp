@@ -33,6 +33,16 @@ inline Stream copyOf(const Stream& source) {
     return Stream(stream);
 }
 
+using Words = std::vector<uint32_t>;
+
+/// The state behind the header.
+inline const uint32_t* stateOf(const Stream& stream) {
+    return reinterpret_cast<const uint32_t*>(stream.get() + 1);
+}
+inline Words stateOf(const Stream& stream, std::size_t n) {
+    return {stateOf(stream), stateOf(stream) + n};
+}
+
 /// The stream that a file of this one holds.
 inline Stream reloaded(const Stream& source) {
     const std::string path =

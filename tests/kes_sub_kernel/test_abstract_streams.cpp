@@ -117,7 +117,7 @@ TEST(AbstractStream, UpdateIsAskedForWhatIsOwed) {
         const Stream stream = scripted(row.answers);
         uint32_t expected = 0;
         for (const int n : row.draws) {
-            std::vector<uint32_t> r(static_cast<std::size_t>(std::max(n, 0)));
+            Words r(static_cast<std::size_t>(std::max(n, 0)));
             ASSERT_EQ(draw(stream, n, r.data()), KesStatusOk);
             for (const uint32_t x : r) EXPECT_EQ(x, expected++);
         }
@@ -158,7 +158,7 @@ TEST(AbstractStream, FailedDrawsLeaveTheStreamAsItWas) {
     for (const auto& [answer, status] : rows) {
         // Three stay unread, of which the failing draw delivers all, and three more.
         const Stream stream = scripted({5, 3, answer});
-        EXPECT_EQ(take<uint32_t>(stream, 2), (std::vector<uint32_t>{0, 1}));
+        EXPECT_EQ(take<uint32_t>(stream, 2), (Words{0, 1}));
         const Counts before = countsOf(stream);
         uint32_t r[9] = {};
         EXPECT_EQ(draw(stream, 9, r), status);
@@ -187,7 +187,7 @@ TEST(AbstractStream, UpdateChangesTheArithmeticOfItsDraw) {
     StreamState* stream = nullptr;
     ASSERT_EQ(__kesiNewAbstractStream(&stream, size, buffer, meddling), KesStatusOk);
     const Stream owner(stream);
-    EXPECT_EQ(take<uint32_t>(owner, 5), (std::vector<uint32_t>{1, 1, 1, 2, 2}));
+    EXPECT_EQ(take<uint32_t>(owner, 5), (Words{1, 1, 1, 2, 2}));
     EXPECT_EQ(script.calls, (std::vector<Call>{{5, 8, 0}, {2, 4, 1}}));
     EXPECT_EQ(countsOf(owner), (Counts{8, 5, 3}));
 }

@@ -191,7 +191,7 @@ void checkReals(const Generator& generator, const Rounding& bits, Range<T> range
     constexpr int n = 2000;
     const Stream words = newStream(generator.brng, generator.seed);
     const Stream reals = newStream(generator.brng, generator.seed);
-    const std::vector<uint32_t> w = take<uint32_t>(words, n);
+    const Words w = take<uint32_t>(words, n);
     const std::vector<T> r = take<T>(reals, n, range);
     const bool isPair = width<uint32_t>(words) == 2;
     for (std::size_t i = 0; i < n; ++i) {

@@ -25,7 +25,7 @@ constexpr Mcg mcg31m1 = {KesBrngMCG31M1, 1132489760, 0x7FFFFFFF};
 constexpr Mcg mcg59 = {KesBrngMCG59, 302875106592253, uint64_t{1} << 59};
 
 uint64_t nextOf(const Stream& stream) {
-    const std::vector<uint32_t> words = take<uint32_t>(stream, 1);
+    const Words words = take<uint32_t>(stream, 1);
     return words.size() == 1 ? words[0] : uint64_t{words[1]} << 32 | words[0];
 }
 
@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(All, BothMcg, testing::Values(mcg31m1, mcg59));
 TEST(Mcg, SeedsBecomeFirstNumbers) {
     const struct {
         int brng;
-        std::vector<uint32_t> seed;
+        Words seed;
         uint64_t first;
     } rows[] = {
         {KesBrngMCG31M1, {}, 1},
@@ -82,7 +82,7 @@ TEST(Mcg, SeedsBecomeFirstNumbers) {
 }
 
 TEST(Mcg, WordsOfMcg31m1StoreBeforeLookingAtTheCount) {
-    const std::vector<uint32_t> all = take<uint32_t>(newStream(KesBrngMCG31M1, {5}), 4);
+    const Words all = take<uint32_t>(newStream(KesBrngMCG31M1, {5}), 4);
     for (const int n : {0, -1, -2, -1000}) {
         const std::size_t stored = n == 0 ? 1 : 2;
         uint32_t r[3] = {};

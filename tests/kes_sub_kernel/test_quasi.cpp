@@ -10,8 +10,6 @@ using namespace qorkes::test;
 
 namespace {
 
-using Words = std::vector<uint32_t>;
-
 struct Sequence {
     const char* name;
     int brng, most;
@@ -196,7 +194,7 @@ TEST_P(EverySequence, TakesDimensionsInTheirRange) {
     EXPECT_EQ(take<uint32_t>(fresh(sequence.most + 1), 9), one);
     EXPECT_NE(take<uint32_t>(fresh(sequence.most), 9), one);
     const Stream negative = newStream(sequence.brng, {0xFFFFFFFE});
-    EXPECT_EQ(reinterpret_cast<const int32_t*>(negative.get() + 1)[1], -2);
+    EXPECT_EQ(static_cast<int32_t>(stateOf(negative)[1]), -2);
 }
 
 TEST_P(EverySequence, SelectsADimensionFromAnyPlace) {

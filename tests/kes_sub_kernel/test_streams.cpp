@@ -136,7 +136,7 @@ TEST(Registry, TakesGeneratorsOfCallers) {
               KesStatusInvalidBrng);
 
     const Stream stream = newStream(firstRegistered, {40});
-    EXPECT_EQ(take<uint32_t>(stream, 3), (std::vector<uint32_t>{40, 41, 42}));
+    EXPECT_EQ(take<uint32_t>(stream, 3), (Words{40, 41, 42}));
     double x;
     float y;
     EXPECT_EQ(draw(stream, 1, &y), 11);

@@ -14,8 +14,6 @@ using namespace qorkes::test;
 
 namespace {
 
-using Words = std::vector<uint32_t>;
-
 uint32_t power(uint64_t base, uint32_t exponent, uint32_t modulus) {
     uint64_t result = 1;
     for (; exponent != 0; exponent >>= 1, base = base * base % modulus)
@@ -101,9 +99,9 @@ TEST(Wh, ComponentsAreMultiplicativeGenerators) {
                 ASSERT_EQ(fourth[i / 16 * 4 + j], all[i]);
             }
         }
-        const auto* state = reinterpret_cast<const uint32_t*>(strided.get() + 1);
         for (int j = 0; j < 4; ++j)
-            EXPECT_EQ(state[4 + j], power(_kes_WH_A[4 * member + j], 4, m[j]));
+            EXPECT_EQ(stateOf(strided)[4 + j],
+                      power(_kes_WH_A[4 * member + j], 4, m[j]));
     }
 }
 
