@@ -172,6 +172,7 @@ template <class T> struct Tables {
         expectBothRounded<T>({"Acos", "Asin"}, {0, tiny, of(0x1p-30, 0x1p-20f), 1});
         expectBothRounded<T>({"Atan"}, {0, tiny, least, max, inf});
         expect<T>({"Sin", "Cos", "Tan", "SinCos"}, {{inf, -nan, 1}, {-inf, -nan, 1}});
+        expectOdd<T>({"Sin", "Tan"}, {{0, 0}, {tiny, tiny}});
     }
 
     static void errorFunctions() {
