@@ -125,32 +125,28 @@ int vectors(int method, StreamState* s, int n, float* r, int dimen, int mstorage
     return _kessRngGaussianMV(method, s, n, r, dimen, mstorage, a, t);
 }
 
-constexpr double factorElement(int i, int j) { return i == j ? 1.5 + i : 0.25 * i - j; }
+template <class T> constexpr T factorElement(int i, int j) {
+    return static_cast<T>(i == j ? 1.5 + i : 0.25 * i - j);
+}
 
 /// The factor in this form; what must not be read is NaN.
 template <class T> std::vector<T> factor(int dimen, int mstorage) {
+    const bool isPacked = mstorage == KesMatrixStoragePacked;
     std::vector<T> t;
-    const auto put = [&](int i, int j) {
-        t.push_back(static_cast<T>(factorElement(i, j)));
-    };
-    if (mstorage == KesMatrixStoragePacked)
-        for (int j = 0; j < dimen; ++j)
-            for (int i = j; i < dimen; ++i) put(i, j);
-    else if (mstorage == KesMatrixStorageDiagonal)
-        for (int i = 0; i < dimen; ++i) put(i, i);
-    else
-        for (int i = 0; i < dimen; ++i)
-            for (int j = 0; j < dimen; ++j)
-                if (j <= i)
-                    put(i, j);
-                else
-                    t.push_back(std::numeric_limits<T>::quiet_NaN());
+    for (int major = 0; major < dimen; ++major)
+        for (int minor = 0; minor < dimen; ++minor) {
+            const int i = isPacked ? minor : major, j = isPacked ? major : minor;
+            if (mstorage == KesMatrixStorageDiagonal ? i == j : i >= j)
+                t.push_back(factorElement<T>(i, j));
+            else if (mstorage == KesMatrixStorageFull)
+                t.push_back(std::numeric_limits<T>::quiet_NaN());
+        }
     return t;
 }
 
 /// Element i of a + T z.
 template <class T> T mixedElement(int i, int mstorage, const T* z, const T* a) {
-    const auto t = [=](int j) { return static_cast<T>(factorElement(i, j)); };
+    const auto t = [=](int j) { return factorElement<T>(i, j); };
     if (mstorage == KesMatrixStorageDiagonal) return scaled(z[i], t(i), a[i]);
     if (mstorage > KesMatrixStorageDiagonal) return z[i];
     T sum;
