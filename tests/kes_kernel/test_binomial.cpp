@@ -12,7 +12,7 @@ struct Binomial {
     double p;
     bool table;
     static constexpr int id = 5, words = 85, block = 512;
-    static constexpr int cumulative = 4, entries = 64, down = 20, up = 52, reach = 32;
+    static constexpr int cumulative = 4, entries = 64, up = 52;
 
     ext rare() const { return p < 0.5 ? ext{p} : 1 - ext{p}; }
     ext odds() const { return rare() / (1 - rare()); }

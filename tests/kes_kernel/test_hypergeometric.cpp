@@ -14,7 +14,7 @@ struct Hypergeometric {
     int32_t l, s, m;
     bool table;
     static constexpr int id = 6, words = 81, block = 512;
-    static constexpr int cumulative = 3, entries = 64, down = 16, up = 48, reach = 32;
+    static constexpr int cumulative = 3, entries = 64, up = 48;
 
     int32_t few() const { return std::min(m, l - m); }
     int32_t many() const { return l - few(); }

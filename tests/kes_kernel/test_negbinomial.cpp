@@ -12,7 +12,7 @@ struct Negbinomial {
     double a, p;
     bool table;
     static constexpr int id = 4, words = 163, block = 256;
-    static constexpr int cumulative = 2, entries = 128, down = 7, up = 71, reach = 64;
+    static constexpr int cumulative = 2, entries = 128, up = 71;
 
     ext q() const { return 1 - ext{p}; }
     ext peak() const { return (ext{a} - 1) * q() / p; }

@@ -27,7 +27,7 @@ struct Poisson {
     double mean;
     bool table;
     static constexpr int id = 3, words = 84, block = 512;
-    static constexpr int cumulative = 52, entries = 32, down = 18, up = 34, reach = 16;
+    static constexpr int cumulative = 52, entries = 32, up = 34;
 
     int32_t mode() const { return truncated(mean); }
     int32_t last() const { return mean == 0 ? 0 : 0x7FFFFFFF; }
