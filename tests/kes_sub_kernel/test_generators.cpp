@@ -18,6 +18,11 @@ class EveryGenerator : public testing::TestWithParam<Generator> {
 protected:
     const Generator& generator = GetParam();
     Stream fresh() const { return newStream(generator.brng, generator.seed); }
+    BrngProperties row() const {
+        BrngProperties properties;
+        EXPECT_EQ(__kesGetBrngProperties(generator.brng, &properties), KesStatusOk);
+        return properties;
+    }
 
     /// Counts on both sides of the boundary and of twice that.
     std::vector<int> counts() const {
@@ -121,10 +126,8 @@ TEST_P(EveryGenerator, LeapfrogTakesEveryNth) {
 
 TEST_P(EveryGenerator, RefusesOtherMethods) {
     const Stream stream = fresh();
-    BrngProperties row;
-    ASSERT_EQ(__kesGetBrngProperties(generator.brng, &row), KesStatusOk);
     for (const int method : {-1, 3})
-        EXPECT_EQ(row.InitStream(method, stream.get(), 1, generator.seed.data()),
+        EXPECT_EQ(row().InitStream(method, stream.get(), 1, generator.seed.data()),
                   KesStatusBadMethod);
     expectSameFuture(fresh(), stream);
 }
@@ -137,11 +140,9 @@ TEST_P(EveryGenerator, CopiesGoTheSameWayApart) {
     const std::vector<float> numbers = take<float>(copy, 100);
     EXPECT_EQ(take<float>(stream, 100), numbers);
 
-    BrngProperties row;
-    ASSERT_EQ(__kesGetBrngProperties(generator.brng, &row), KesStatusOk);
-    const bool staysInside =
-        row.WordSize * row.SeedCount <= row.StateSize - int{sizeof(StreamState)};
-    if (!staysInside) return;
+    const BrngProperties sizes = row();
+    const int stateSize = sizes.StateSize - int{sizeof(StreamState)};
+    if (sizes.WordSize * sizes.SeedCount > stateSize) return; // copies what is behind
     EXPECT_EQ(__kesCopyStreamState(stream.get(), reference.get()), generator.brng);
     EXPECT_EQ(take<float>(stream, 100), numbers);
 }
@@ -156,18 +157,17 @@ TEST_P(EveryGenerator, FilesGoOnWhereTheStreamWas) {
 
 TEST_P(EveryGenerator, LeavesTheUnitsAlone) {
     const Stream stream = fresh();
-    BrngProperties row;
-    ASSERT_EQ(__kesGetBrngProperties(generator.brng, &row), KesStatusOk);
+    const BrngProperties slots = row();
     double d[100];
     float s[100];
     uint32_t words[400];
-    for (const Fpu& setting : fpuSettings()) {
-        EXPECT_TRUE(leavesFpuAlone(
-            setting, [&] { row.dBRng(stream.get(), 99, d, -1.5, 2.25); }));
-        EXPECT_TRUE(leavesFpuAlone(
-            setting, [&] { row.sBRng(stream.get(), 99, s, -1.5f, 2.25f); }));
+    StreamState* const state = stream.get();
+    for (const Fpu& fpu : fpuSettings()) {
         EXPECT_TRUE(
-            leavesFpuAlone(setting, [&] { row.iBRng(stream.get(), 99, words); }));
+            leavesFpuAlone(fpu, [&] { slots.dBRng(state, 99, d, -1.5, 2.25); }));
+        EXPECT_TRUE(
+            leavesFpuAlone(fpu, [&] { slots.sBRng(state, 99, s, -1.5, 2.25); }));
+        EXPECT_TRUE(leavesFpuAlone(fpu, [&] { slots.iBRng(state, 99, words); }));
     }
 }
 
