@@ -195,8 +195,7 @@ TEST(Tasks, PrivateDataGoesThroughItsHooks) {
         }
 }
 
-// ---- Which kernel is executed
-// -----------------------------------------------------------
+// ---- Which kernel is executed -------------------------------------------------------
 
 /// Numbers of which every kernel makes something else: one of them is so large that the
 /// error of a transform shows in the small results, where it does not enter.
