@@ -20,7 +20,7 @@ using catalogue::Form;
 
 struct Options {
     std::string function;
-    Source source{"-", ""};
+    Source source;
     std::string with;
     std::string withColumn;
     std::string precision = "double";
@@ -127,10 +127,7 @@ void applyKernel(const catalogue::Kernel<T>& kernel, Form form,
     const auto numbers = readNumbers<T>(options.source);
     _qorSetErrorCallBack(collect);
     const auto y = results<T>(kernel, form, numbers.values, options);
-    if (options.binary)
-        writeBinary<T>(y);
-    else
-        writeText<T>(y, form == Form::oneToTwo ? 2 : 1);
+    writeNumbers(y, form == Form::oneToTwo ? 2 : 1, options.binary);
     writeReports<T>(numbers.lines);
 }
 
@@ -160,13 +157,7 @@ void addApply(CLI::App& app) {
     command->add_option("FUNCTION", options->function, "see 'qorkes list'")
         ->required()
         ->type_name("");
-    command
-        ->add_option("FILE", options->source.path,
-                     "CSV with or without a header, or numbers between\n"
-                     "blanks; standard input if missing or -")
-        ->type_name("");
-    command->add_option("--column", options->source.column, "the column to read")
-        ->type_name("NAME|N");
+    addInput(*command, options->source);
     command
         ->add_option("--with", options->with, "the second argument of Div and the like")
         ->type_name("FILE|VALUE");
@@ -175,14 +166,12 @@ void addApply(CLI::App& app) {
                      "the column to read of the file of --with")
         ->needs("--with")
         ->type_name("NAME|N");
-    command->add_option("--precision", options->precision, "default: double")
-        ->type_name("double|single");
+    addPrecision(*command, options->precision);
     command
         ->add_option("--accuracy", options->accuracy,
                      "double: HA or 50; single: HA, 21 or 11; default: HA")
         ->type_name("TAG");
-    command->add_flag("--binary", options->binary,
-                      "write raw little-endian numbers instead of text");
+    addBinary(*command, options->binary);
     command->footer(
         "Results come one a line, in the shortest form that reads back as the same\n"
         "number. What a kernel reports of an element goes to standard error with the\n"

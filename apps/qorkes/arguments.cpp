@@ -3,6 +3,8 @@
 #include "failure.hpp"
 #include "text.hpp"
 
+#include <CLI/CLI.hpp>
+
 namespace qorkes {
 
 std::string listed(const std::vector<std::string>& words) {
@@ -14,6 +16,10 @@ std::string listed(const std::vector<std::string>& words) {
 void failChoice(const std::string& argument, const std::string& given,
                 const std::vector<std::string>& choices) {
     fail(argument + ": there is no '" + given + "'; there is " + listed(choices));
+}
+
+void addPrecision(CLI::App& command, std::string& precision, const char* help) {
+    command.add_option("--precision", precision, help)->type_name("double|single");
 }
 
 bool isSingle(const std::string& precision) {

@@ -7,6 +7,10 @@
 #include <strings.h>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace qorkes {
 
 /// "a, b, c".
@@ -27,6 +31,10 @@ const Row& rowNamed(const std::string& argument, const std::string& name,
     }
     failChoice(argument, name, names);
 }
+
+/// --precision; double if it is not given.
+void addPrecision(CLI::App& command, std::string& precision,
+                  const char* help = "default: double");
 
 /// Whether a --precision is single; else it is double.
 bool isSingle(const std::string& precision);

@@ -109,9 +109,6 @@ double density(double x, const double* p) {
 
 namespace uniform {
 constexpr Parameter parameters[] = {{"a", 0, &anyNumber}, {"b", 1, &anyNumber}};
-const char* fault(const double* p) {
-    return p[0] < p[1] ? nullptr : "a must be below b";
-}
 Moments moments(const double* p) {
     return {(p[0] + p[1]) / 2, (p[1] - p[0]) / std::sqrt(12.0)};
 }
@@ -227,7 +224,7 @@ std::vector<Distribution> continuousDistributions() {
             .parameters = uniform::parameters,
             .doubles = drawBy<_kesdRngUniform>,
             .singles = drawBy<_kessRngUniform>,
-            .fault = uniform::fault,
+            .fault = faultOfEnds,
             .moments = uniform::moments,
             .density = uniform::density,
         },

@@ -13,6 +13,11 @@ constexpr Range chance = {"a number from 0 to 1",
                           [](double x) { return x >= 0 && x <= 1; }};
 constexpr Range positiveChance = {"a number above 0 and up to 1",
                                   [](double x) { return x > 0 && x <= 1; }};
+constexpr Range whole = {"a whole number of 32 bits", [](double x) {
+                             return std::fabs(x) <= 0x7FFFFFFF && x == std::floor(x);
+                         }};
+constexpr Range poissonMean = {"a number from 0 to 1e9",
+                               [](double x) { return x >= 0 && x <= 1e9; }};
 
 /// ln C(n, k), for real n too.
 double logChoose(double n, double k) {
@@ -21,12 +26,6 @@ double logChoose(double n, double k) {
 
 /// k ln(p), where nothing to the power of nothing is 1.
 double logPower(double p, double k) { return k == 0 ? 0 : k * std::log(p); }
-
-constexpr Range whole = {"a whole number of 32 bits", [](double x) {
-                             return std::fabs(x) <= 0x7FFFFFFF && x == std::floor(x);
-                         }};
-constexpr Range poissonMean = {"a number from 0 to 1e9",
-                               [](double x) { return x >= 0 && x <= 1e9; }};
 
 namespace bernoulli {
 constexpr Parameter parameters[] = {{"p", 0.5, &chance}};
@@ -83,9 +82,6 @@ double probability(double k, const double* p) {
 
 namespace integers {
 constexpr Parameter parameters[] = {{"a", 0, &whole}, {"b", 10, &whole}};
-const char* fault(const double* p) {
-    return p[0] < p[1] ? nullptr : "a must be below b";
-}
 Moments moments(const double* p) {
     const double count = p[1] - p[0];
     return {(p[0] + p[1] - 1) / 2, std::sqrt((count * count - 1) / 12)};
@@ -176,7 +172,7 @@ std::vector<Distribution> discreteDistributions() {
             .description = "whole numbers a to b - 1, all as probable",
             .parameters = integers::parameters,
             .integers = drawBy<_kesiRngUniform>,
-            .fault = integers::fault,
+            .fault = faultOfEnds,
             .moments = integers::moments,
             .probability = integers::probability,
         },

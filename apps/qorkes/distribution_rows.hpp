@@ -16,6 +16,11 @@ inline constexpr Range anyNumber = {"a finite number",
 inline constexpr Range positive = {"a finite number above 0",
                                    [](double x) { return x > 0 && std::isfinite(x); }};
 
+/// Of distributions whose first parameters are the ends of an interval.
+inline const char* faultOfEnds(const double* p) {
+    return p[0] < p[1] ? nullptr : "a must be below b";
+}
+
 /// An entry of the library, its parameters taken from an array.
 template <auto entry> struct Entry;
 template <class T, class... P, int (*entry)(int, StreamState*, int, T*, P...)>

@@ -76,10 +76,8 @@ template <class T>
 void write(const Job& job, const std::vector<T>& numbers, int perLine) {
     if (isDescribed(job.options))
         describe(job, {numbers.begin(), numbers.end()});
-    else if (job.options.binary)
-        writeBinary<T>(numbers);
     else
-        writeText<T>(numbers, perLine);
+        writeNumbers(numbers, perLine, job.options.binary);
 }
 
 template <class T>
@@ -119,10 +117,7 @@ void addDistribution(CLI::App& command, Drawing& drawing) {
 void addDrawingOptions(CLI::App& command, Drawing& drawing) {
     command.add_option("--count", drawing.count, "how many numbers; default: 10")
         ->type_name("N");
-    command
-        .add_option("--precision", drawing.precision,
-                    "of real numbers; default: double")
-        ->type_name("double|single");
+    addPrecision(command, drawing.precision, "of real numbers; default: double");
     command
         .add_option("--method", drawing.method,
                     "of a distribution that has several; default: 0")
@@ -136,11 +131,7 @@ void addDrawingOptions(CLI::App& command, Drawing& drawing) {
                                     "draw a histogram against the exact distribution\n"
                                     "instead of writing the numbers; needs gnuplot")
                         ->type_name("FILE.svg");
-    command
-        .add_flag("--binary", drawing.binary,
-                  "write raw little-endian numbers instead of text")
-        ->excludes(summary)
-        ->excludes(picture);
+    addBinary(command, drawing.binary)->excludes(summary)->excludes(picture);
 }
 
 void writeDrawn(const Drawing& options, const std::function<StreamState*()>& open) {

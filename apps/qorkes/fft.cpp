@@ -15,7 +15,7 @@ namespace qorkes {
 namespace {
 
 struct Options {
-    Source source{"-", ""};
+    Source source;
     std::string precision = "double";
     bool pad = false;
     bool power = false;
@@ -77,14 +77,10 @@ template <class T> std::vector<T> powersOf(const std::vector<T>& parts) {
 
 template <class T> void transform(const Options& options) {
     auto series = readNumbers<T>(options.source).values;
-    if (series.empty()) fail(nameOf(options.source) + " holds no numbers");
     const int order = orderFor(series, options);
     auto numbers = partsOf(spectrumOf(series, order));
     if (options.power) numbers = powersOf(numbers);
-    if (options.binary)
-        writeBinary<T>(numbers);
-    else
-        writeText<T>(numbers, options.power ? 1 : 2);
+    writeNumbers(numbers, options.power ? 1 : 2, options.binary);
 }
 
 } // namespace
@@ -92,19 +88,11 @@ template <class T> void transform(const Options& options) {
 void addFft(CLI::App& app) {
     auto options = std::make_shared<Options>();
     CLI::App* command = app.add_subcommand("fft", "Transform a real series");
-    command
-        ->add_option("FILE", options->source.path,
-                     "CSV with or without a header, or numbers between\n"
-                     "blanks; standard input if missing or -")
-        ->type_name("");
-    command->add_option("--column", options->source.column, "the column to read")
-        ->type_name("NAME|N");
-    command->add_option("--precision", options->precision, "default: double")
-        ->type_name("double|single");
+    addInput(*command, options->source);
+    addPrecision(*command, options->precision);
     command->add_flag("--pad", options->pad, "fill up with zeros to a power of two");
     command->add_flag("--power", options->power, "squared magnitudes only");
-    command->add_flag("--binary", options->binary,
-                      "write raw little-endian numbers instead of text");
+    addBinary(*command, options->binary);
     command->footer("Prints X[0] to X[N/2], real and imaginary part a line, where\n"
                     "X[k] is the sum of x[n] exp(-2 pi i k n / N), unscaled.\n\n"
                     "Examples:\n"

@@ -2,13 +2,14 @@
 
 #include "arguments.hpp"
 #include "failure.hpp"
+#include "files.hpp"
 #include "text.hpp"
+
+#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <memory>
 
 namespace qorkes {
 namespace {
@@ -18,25 +19,15 @@ struct Record {
     std::vector<std::string> fields;
 };
 
-struct CloseFile {
-    void operator()(std::FILE* file) const {
-        if (file != stdin) std::fclose(file);
-    }
-};
-
 std::string readAll(const Source& source) {
     const bool standard = source.path == "-";
-    const std::unique_ptr<std::FILE, CloseFile> file(
-        standard ? stdin : std::fopen(source.path.c_str(), "rb"));
+    const File file(standard ? stdin : std::fopen(source.path.c_str(), "rb"));
     const auto failToRead = [&] {
         fail(nameOf(source) + ": cannot be read (" + std::strerror(errno) +
              "); give a file of numbers, or - for standard input");
     };
     if (!file) failToRead();
-    std::string text;
-    char block[65536];
-    while (const size_t n = std::fread(block, 1, sizeof block, file.get()))
-        text.append(block, n);
+    std::string text = readRest(file.get());
     if (std::ferror(file.get())) failToRead();
     return text;
 }
@@ -142,6 +133,17 @@ T numberOf(const std::string& field, int line, const Source& source) {
 }
 
 } // namespace
+
+void addInput(CLI::App& command, Source& source) {
+    source.path = "-";
+    command
+        .add_option("FILE", source.path,
+                    "CSV with or without a header, or numbers between\n"
+                    "blanks; standard input if missing or -")
+        ->type_name("");
+    command.add_option("--column", source.column, "the column to read")
+        ->type_name("NAME|N");
+}
 
 std::string nameOf(const Source& source) {
     return source.path == "-" ? "standard input" : source.path;

@@ -8,6 +8,10 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace qorkes {
 
 struct Source {
@@ -15,12 +19,16 @@ struct Source {
     std::string column; // name, or number from 1; empty: the only one, or all fields
 };
 
+/// FILE and --column; standard input if FILE is missing.
+void addInput(CLI::App& command, Source& source);
+
 template <class T> struct Numbers {
     std::vector<T> values;
     std::vector<int> lines; // where each value stands, from 1
 };
 
-/// All numbers of the source; any that is missing or not a number ends the program.
+/// All numbers of the source, one at least; any that is missing or not a number ends
+/// the program.
 template <class T> Numbers<T> readNumbers(const Source& source);
 
 /// How messages name a source.

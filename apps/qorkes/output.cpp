@@ -1,11 +1,13 @@
 #include "output.hpp"
 
 #include "failure.hpp"
+#include "files.hpp"
 #include "text.hpp"
+
+#include <CLI/CLI.hpp>
 
 #include <bit>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 namespace qorkes {
@@ -13,10 +15,14 @@ namespace qorkes {
 static_assert(std::endian::native == std::endian::little);
 
 void writeOut(std::string_view bytes) {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() ||
-        std::fflush(stdout) != 0)
+    if (!writeWhole(stdout, bytes))
         fail(std::string("cannot write the results (") + std::strerror(errno) + ")",
              statusOfOutputTrouble);
+}
+
+CLI::Option* addBinary(CLI::App& command, bool& binary) {
+    return command.add_flag("--binary", binary,
+                            "write raw little-endian numbers instead of text");
 }
 
 template <class T> void writeText(std::span<const T> values, int perLine) {

@@ -1,14 +1,13 @@
 #include "picture.hpp"
 
 #include "failure.hpp"
+#include "files.hpp"
 #include "histogram.hpp"
 #include "text.hpp"
 
 #include <cerrno>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
-#include <memory>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,31 +17,16 @@ namespace {
 
 using catalogue::Distribution;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
 [[noreturn]] void failHere(const std::string& what) {
     fail(what + " (" + std::strerror(errno) + ")", statusOfOutputTrouble);
 }
 
 File temporaryFile(const std::string& text) {
     File file(std::tmpfile());
-    if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() ||
-        std::fflush(file.get()) != 0)
+    if (!file || !writeWhole(file.get(), text))
         failHere("--picture: a temporary file cannot be written");
     std::rewind(file.get());
     return file;
-}
-
-std::string contentsOf(std::FILE* file) {
-    std::rewind(file);
-    std::string text;
-    char block[4096];
-    while (const size_t n = std::fread(block, 1, sizeof block, file))
-        text.append(block, n);
-    return text;
 }
 
 /// What gnuplot makes of a script.
@@ -65,7 +49,8 @@ std::string plotted(const std::string& script) {
     int status;
     waitpid(child, &status, 0);
     if (status != 0) fail("--picture: gnuplot failed", statusOfOutputTrouble);
-    return contentsOf(output.get());
+    std::rewind(output.get());
+    return readRest(output.get());
 }
 
 /// "x y" a line, for gnuplot; values that are not finite leave a gap.
@@ -152,9 +137,7 @@ void writePicture(const std::string& path, const std::vector<double>& sample,
     const std::string picture = plotted(scriptFor(
         histogram, static_cast<double>(sample.size()), distribution, parameters));
     const File file(std::fopen(path.c_str(), "wb"));
-    if (!file ||
-        std::fwrite(picture.data(), 1, picture.size(), file.get()) != picture.size() ||
-        std::fflush(file.get()) != 0)
+    if (!file || !writeWhole(file.get(), picture))
         failHere(path + ": cannot be written");
 }
 

@@ -74,13 +74,6 @@ void leapfrog(StreamState* stream, const std::string& text) {
 
 } // namespace
 
-std::pair<std::string, std::optional<std::string>> cutAt(const std::string& text,
-                                                         char separator) {
-    const size_t place = text.find(separator);
-    if (place == std::string::npos) return {text, {}};
-    return {text.substr(0, place), text.substr(place + 1)};
-}
-
 void addJumpOptions(CLI::App& command, Jumps& jumps) {
     command
         .add_option("--leapfrog", jumps.leapfrog,

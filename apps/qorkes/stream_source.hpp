@@ -6,9 +6,7 @@
 #include <qorkes/kes.h>
 
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 
 namespace CLI {
 class App;
@@ -45,9 +43,5 @@ const catalogue::Generator* generatorOf(const StreamState* stream);
 
 /// Ends the program if a call on the stream returned a failure.
 void check(int status, const StreamState* stream, const std::string& what);
-
-/// What stands before and behind the first separator; the latter may be missing.
-std::pair<std::string, std::optional<std::string>> cutAt(const std::string& text,
-                                                         char separator);
 
 } // namespace qorkes

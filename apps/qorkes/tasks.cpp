@@ -109,7 +109,6 @@ std::vector<T> gathered(const std::vector<T>& numbers, const Entries& shape,
 
 template <class T> Array<T> arrayOf(const Operand& operand) {
     auto numbers = readNumbers<T>(operand.source).values;
-    if (numbers.empty()) fail(nameOf(operand.source) + " holds no numbers");
     Entries stride;
     if (!operand.stride.empty())
         stride = entriesOf(operand.option("stride"), operand.stride, -INT_MAX);
@@ -209,10 +208,7 @@ template <class T> void run(const Options& options) {
              std::to_string(a.shape.size()));
     const Part part = partOf(options, a.shape, b.shape);
     const auto result = executed(options, a, b, part);
-    if (options.binary)
-        writeBinary<T>(result);
-    else
-        writeText<T>(result, a.shape.size() > 1 ? part.count[0] : 1);
+    writeNumbers(result, a.shape.size() > 1 ? part.count[0] : 1, options.binary);
 }
 
 void addOperand(CLI::App& command, Operand& operand, const char* name) {
@@ -262,10 +258,8 @@ void addTaskOptions(CLI::App& command, int job) {
                     "auto: one dimension by FFT where that is faster,\n"
                     "more by sums")
         ->type_name("auto|direct|fft");
-    command.add_option("--precision", options->precision, "default: double")
-        ->type_name("double|single");
-    command.add_flag("--binary", options->binary,
-                     "write raw little-endian numbers instead of text");
+    addPrecision(command, options->precision);
+    addBinary(command, options->binary);
     command.callback([options] {
         if (isSingle(options->precision))
             run<float>(*options);

@@ -65,4 +65,11 @@ std::vector<std::string> split(std::string_view text, char separator) {
     }
 }
 
+std::pair<std::string, std::optional<std::string>> cutAt(const std::string& text,
+                                                         char separator) {
+    const size_t place = text.find(separator);
+    if (place == std::string::npos) return {text, {}};
+    return {text.substr(0, place), text.substr(place + 1)};
+}
+
 } // namespace qorkes

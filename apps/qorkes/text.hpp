@@ -1,10 +1,12 @@
-// Numbers to and from text: strict on the way in, shortest on the way out.
+// Numbers to and from text, strict on the way in, shortest on the way out; and text in
+// pieces.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qorkes {
@@ -21,6 +23,11 @@ template <class T> std::string shortest(T value);
 
 std::string_view trimmed(std::string_view text);
 
+/// The pieces between separators.
 std::vector<std::string> split(std::string_view text, char separator);
+
+/// What stands before and behind the first separator; the latter may be missing.
+std::pair<std::string, std::optional<std::string>> cutAt(const std::string& text,
+                                                         char separator);
 
 } // namespace qorkes

@@ -47,11 +47,11 @@ QORKES_INLINE int byAttempts(StreamState* stream, int n, T* r, T* x, Propose&& p
     int status = KesStatusOk;
     for (int i = 0, inVain = 0; i < n;) {
         const int first = i;
-        const int count = n - i < attemptsOfBlock ? n - i : attemptsOfBlock;
+        const int count = std::min(n - i, attemptsOfBlock);
         status = uniforms(stream, 2 * count, u);
         if (failed(status)) return status;
         for (int k = 0; k < count; k += attemptsOfPart) {
-            const int part = count - k < attemptsOfPart ? count - k : attemptsOfPart;
+            const int part = std::min(count - k, attemptsOfPart);
             propose(part, u + 2 * k, r + first + k);
             const int accepted = gather(part, x, accepts);
             std::memcpy(r + i, x, static_cast<std::size_t>(accepted) * sizeof *r);

@@ -8,6 +8,7 @@
 #include <common/ext.hpp>
 #include <qorkes/kes.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <xmmintrin.h>
 
@@ -15,6 +16,13 @@ namespace qorkes {
 
 QORKES_INLINE void store(double& r, ext x) { r = round64(x); }
 QORKES_INLINE void store(float& r, ext x) { r = round32(x); }
+
+/// x as a number of this type.
+template <class T> QORKES_INLINE T rounded(ext x) {
+    T result;
+    store(result, x);
+    return result;
+}
 
 /// n uniforms from [a, b); returns the stream's status.
 QORKES_INLINE int uniforms(StreamState* stream, int n, double* r, double a = 0,
@@ -33,7 +41,7 @@ QORKES_INLINE bool failed(int status) { return status < 0; }
 /// when nothing is left. Each returns a status; the last one is the call's.
 template <int size, class Block> QORKES_INLINE int inBlocks(int n, Block&& block) {
     for (int start = 0;; start += size) {
-        const int count = n - start < size ? n - start : size;
+        const int count = std::min(n - start, size);
         const int status = block(start, count);
         if (failed(status) || count < size) return status;
     }

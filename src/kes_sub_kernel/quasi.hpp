@@ -44,7 +44,7 @@ template <class State> QORKES_INLINE void start(State& state) {
     state.LeapDim = allComponents;
 }
 
-// ---- From member to member
+// ---- From member to member ----------------------------------------------------------
 
 /// Which direction number leads from member `counter` to the next: that of the lowest
 /// zero bit, or the one that is never written where the sequence is at its end.
@@ -68,7 +68,7 @@ template <class State> QORKES_INLINE void stepPoint(State& state) {
         state.Point[d] ^= state.Direction[d][step];
 }
 
-// ---- Delivery
+// ---- Delivery -----------------------------------------------------------------------
 
 template <class State>
 QORKES_INLINE void deliverComponent(State& state, int n, uint32_t* r) {
@@ -186,7 +186,7 @@ QORKES_INLINE int deliverQuasi(StreamState* stream, int n, uint32_t* r) {
     return KesStatusOk;
 }
 
-// ---- Jumps
+// ---- Jumps --------------------------------------------------------------------------
 
 /// Component k alone from now on. Where all were delivered before, it goes on at its
 /// first undelivered number; another one's place is one point behind.

@@ -101,40 +101,39 @@ QORKES_INLINE void endStreaming() {
     _mm_empty();
 }
 
-QORKES_INLINE char* ownsZero_8u(char* const start, size_t n) {
-    char* d = start;
+/// Rounds of 64 bytes to a 16-byte boundary, and what is left before and after them.
+template <class Round>
+QORKES_INLINE void clearInRounds(char* d, size_t n, Round round) {
     if (n >= 64) {
         clear<16>(d);
         const size_t head = missingTo(16, d);
         d += head;
         n -= head;
-        for (; n >= 64; n -= 64, d += 64)
-#pragma GCC unroll 8
-            for (size_t i = 0; i < 64; i += 16)
-                _mm_store_ps(reinterpret_cast<float*>(d + i), _mm_setzero_ps());
+        for (; n >= 64; n -= 64, d += 64) round(d);
     }
     clearRest(d, n);
-    return start;
 }
 
-char* ownsZero_8u_A6(char* const start, size_t n) {
-    char* d = start;
-    if (n >= 8) {
-        clear<8>(d);
-        const size_t head = missingTo(8, d);
-        d += head;
-        n -= head;
-    }
-    for (; n >= 64; n -= 64, d += 64)
+QORKES_INLINE char* ownsZero_8u(char* d, size_t n) {
+    clearInRounds(d, n, [](char* to) {
+#pragma GCC unroll 8
+        for (size_t i = 0; i < 64; i += 16)
+            _mm_store_ps(reinterpret_cast<float*>(to + i), _mm_setzero_ps());
+    });
+    return d;
+}
+
+char* ownsZero_8u_A6(char* d, size_t n) {
+    clearInRounds(d, n, [](char* to) {
 #pragma GCC unroll 8
         for (size_t i = 0; i < 64; i += 8)
-            _mm_stream_pi(reinterpret_cast<__m64*>(d + i), _mm_setzero_si64());
-    clearRest(d, n);
+            _mm_stream_pi(reinterpret_cast<__m64*>(to + i), _mm_setzero_si64());
+    });
     endStreaming();
-    return start;
+    return d;
 }
 
-/// Rounds of 64 bytes to a 16-byte boundary, and what is left before and after them.
+/// The same with a source.
 template <class Round>
 QORKES_INLINE void copyInRounds(const char* s, char* d, size_t n, Round round) {
     if (n >= 64) {

@@ -3,11 +3,12 @@
 // in cache. An Engine gives:
 //
 //     Real                      double or float
-//     rowOrder[]                the split of 2^order points, from order 9 on
+//     tbl_blk_order[]           the split of 2^order points, from order 9 on
 //     coreOrder                 the longest transform that `core` does
 //     inner<d>(...)             a transform that is not split, scaled if wanted
-//     gather<d>, core<d>, scatter   the column step, four columns at a time
-//     initCore, initMerge, mergeBytes, innerBuffer, reverse   their tables
+//     gather<d>, core<d>, scatterColumns   the column step, four columns at a time
+//     initCore, initMerge, reverse, scatter   what its tables are made by
+//     mergeBytes, innerBuffer   sizes of a table and of a work buffer
 #pragma once
 
 #include <signal/psfft.hpp>
@@ -39,27 +40,23 @@ QORKES_INLINE void keepLarger(int64_t& size, int64_t other) {
     if (size < other) size = other;
 }
 
-struct LongSizes {
-    int64_t table, temporary, buffer;
-};
-
 /// Bytes of all tables, of what their making needs, and of a transform's work buffer.
-template <class Engine> LongSizes longSizes(int order) {
+template <class Engine>
+void longSizes(int order, int64_t& table, int64_t& temporary, int64_t& buffer) {
     using T = typename Engine::Real;
-    LongSizes sizes{};
+    table = temporary = buffer = 0;
     for (int blk; (blk = rowOrder<Engine>(order)) != 0; order -= blk) {
         const int64_t rows = pointsOf(blk);
         const int64_t reversal = (rows / 4 + 1) * int64_t{sizeof(int32_t)};
-        sizes.table += pointsOf(order) * complexSize<T> + coreTableBytes<T>(blk);
-        keepLarger(sizes.temporary, to16(columnsBytes<T>(rows) + reversal));
-        keepLarger(sizes.buffer, columnsBytes<T>(rows));
+        table += pointsOf(order) * complexSize<T> + coreTableBytes<T>(blk);
+        keepLarger(temporary, to16(columnsBytes<T>(rows) + reversal));
+        keepLarger(buffer, columnsBytes<T>(rows));
     }
     if (order <= Engine::coreOrder)
-        sizes.table += coreTableBytes<T>(order);
+        table += coreTableBytes<T>(order);
     else
-        sizes.table += Engine::mergeBytes(order) + coreTableBytes<T>(Engine::coreOrder);
-    keepLarger(sizes.buffer, Engine::innerBuffer(order));
-    return sizes;
+        table += Engine::mergeBytes(order) + coreTableBytes<T>(Engine::coreOrder);
+    keepLarger(buffer, Engine::innerBuffer(order));
 }
 
 /// exp(-2 pi i c r / 2^order) for four columns c at a time and, within them, for each
@@ -84,10 +81,12 @@ void initColumnTwiddles(const Sines<T>& sines, int order, int blk, T* table,
     }
 }
 
-/// Fills all tables of a long transform into one block of longSizes().table bytes.
+/// Fills all tables of a long transform into one block, of the bytes that longSizes
+/// gives.
 template <class Engine, class T>
-void initLongTables(FftCtxOf<T>& plan, int order, const Sines<T>& sines, T* block,
+void initLongTables(FftCtx* handle, int order, const Sines<T>& sines, T* block,
                     T* temporary) {
+    FftCtxOf<T>& plan = *planOf<T>(handle);
     const auto take = [&](int64_t bytes) {
         T* const place = block;
         block += bytes / int64_t{sizeof(T)};
@@ -135,7 +134,8 @@ void cFft_BlkStep(const FftCtxOf<T>& plan, T* data, int order, int level, T* buf
 }
 
 template <class Engine, Direction direction, class T>
-void cFft_Large(const FftCtxOf<T>& plan, T* data, int order, T* buffer) {
+void cFft_Large(const FftCtx* handle, T* data, int order, T* buffer) {
+    const FftCtxOf<T>& plan = *planOf<T>(handle);
     if (rowOrder<Engine>(order))
         cFft_BlkStep<Engine, direction>(plan, data, order, 0, buffer);
     else

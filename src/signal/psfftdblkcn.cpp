@@ -3,6 +3,7 @@
 //
 // Orders 10 and 11 are pieces of 512 points joined by radix 2; longer transforms are
 // split into rows and columns.
+#include <signal/products.hpp>
 #include <signal/psfftblkcn.hpp>
 
 #include <xmmintrin.h>
@@ -19,19 +20,6 @@ template <Direction direction> void core(double* x, int n, const double* table) 
         zubs_cRadix4Fwd_64fc(x, n, table);
     else
         zubs_cRadix4Inv_64fc(x, n, table);
-}
-
-/// Where the two parts of a number stand. The inverse exchanges them throughout, which
-/// conjugates every twiddle.
-template <Direction direction>
-constexpr int re = direction == Direction::forward ? 0 : 1;
-template <Direction direction> constexpr int im = 1 - re<direction>;
-
-template <Direction d> QORKES_INLINE ext productRe(const double* x, const double* w) {
-    return ext{x[re<d>]} * w[0] - ext{x[im<d>]} * w[1];
-}
-template <Direction d> QORKES_INLINE ext productIm(const double* x, const double* w) {
-    return ext{x[im<d>]} * w[0] + ext{x[re<d>]} * w[1];
 }
 
 /// Columns [j, j + chunk) of two blocks of `half` points, and those a quarter circle
@@ -173,23 +161,20 @@ struct Engine {
 
 void zubs_getSizeTwd_Large_64f(int order, int64_t* table, int64_t* temporary,
                                int64_t* buffer) {
-    const LongSizes sizes = longSizes<Engine>(order);
-    *table = sizes.table;
-    *temporary = sizes.temporary;
-    *buffer = sizes.buffer;
+    longSizes<Engine>(order, *table, *temporary, *buffer);
 }
 
 void zubs_initTabTwd_Large_64f(FftCtx* plan, int order, const double* base,
                                int baseOrder, double* table, double* temporary) {
-    initLongTables<Engine>(*planOf<double>(plan), order, Sines<double>{base, baseOrder},
-                           table, temporary);
+    initLongTables<Engine>(plan, order, Sines<double>{base, baseOrder}, table,
+                           temporary);
 }
 
 void zubs_cFftFwd_Large_64fc(const FftCtx* plan, double* data, int order,
                              double* buffer) {
-    cFft_Large<Engine, Direction::forward>(*planOf<double>(plan), data, order, buffer);
+    cFft_Large<Engine, Direction::forward>(plan, data, order, buffer);
 }
 void zubs_cFftInv_Large_64fc(const FftCtx* plan, double* data, int order,
                              double* buffer) {
-    cFft_Large<Engine, Direction::inverse>(*planOf<double>(plan), data, order, buffer);
+    cFft_Large<Engine, Direction::inverse>(plan, data, order, buffer);
 }

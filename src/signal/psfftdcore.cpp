@@ -5,7 +5,7 @@
 // quarter size m joins four transforms of m points each. With bit-reversed data the
 // four quarters hold the residues 0, 2, 1 and 3, hence the crosswise twiddles. All
 // values of a butterfly stay on the x87 stack; each result is rounded once a pass.
-#include <signal/psfft.hpp>
+#include <signal/products.hpp>
 
 using namespace qorkes;
 
@@ -17,58 +17,52 @@ static_assert(hasPattern(rootOfHalf, 0x3FE6A09E667F3BCD));
 /// cos(t), -sin(t), cos(2t), -sin(2t), cos(3t), -sin(3t)
 constexpr int recordSize = 6;
 
-template <int re, int im, int m>
+template <Direction d, int m>
 QORKES_INLINE void finish(double* x, ext s1r, ext d1r, ext s1i, ext d1i, auto br,
                           auto bi) {
+    constexpr int r = re<d>, i = im<d>;
     const ext b2r = br();
-    const ext s0r = x[re] + b2r, d0r = x[re] - b2r;
-    x[4 * m + re] = round64(s0r - s1r);
-    x[re] = round64(s0r + s1r);
+    const ext s0r = x[r] + b2r, d0r = x[r] - b2r;
+    x[4 * m + r] = round64(s0r - s1r);
+    x[r] = round64(s0r + s1r);
     forgetLoads();
     const ext b2i = bi();
-    const ext s0i = x[im] + b2i, d0i = x[im] - b2i;
-    x[4 * m + im] = round64(s0i - s1i);
-    x[im] = round64(s0i + s1i);
-    x[2 * m + im] = round64(d0i - d1r);
-    x[6 * m + im] = round64(d0i + d1r);
-    x[2 * m + re] = round64(d0r + d1i);
-    x[6 * m + re] = round64(d0r - d1i);
+    const ext s0i = x[i] + b2i, d0i = x[i] - b2i;
+    x[4 * m + i] = round64(s0i - s1i);
+    x[i] = round64(s0i + s1i);
+    x[2 * m + i] = round64(d0i - d1r);
+    x[6 * m + i] = round64(d0i + d1r);
+    x[2 * m + r] = round64(d0r + d1i);
+    x[6 * m + r] = round64(d0r - d1i);
 }
 
 template <Direction direction, int m> QORKES_INLINE void butterfly(double* x) {
-    constexpr int re = direction == Direction::forward ? 0 : 1, im = 1 - re;
+    constexpr int r = re<direction>, i = im<direction>;
     double *const c = x + 4 * m, *const d = x + 6 * m;
-    const ext s1i = ext{c[im]} + d[im], d1i = ext{c[im]} - d[im];
-    const ext s1r = ext{c[re]} + d[re], d1r = ext{c[re]} - d[re];
+    const ext s1i = ext{c[i]} + d[i], d1i = ext{c[i]} - d[i];
+    const ext s1r = ext{c[r]} + d[r], d1r = ext{c[r]} - d[r];
     forgetLoads();
-    finish<re, im, m>(
-        x, s1r, d1r, s1i, d1i, [=] { return ext{x[2 * m + re]}; },
-        [=] { return ext{x[2 * m + im]}; });
+    finish<direction, m>(
+        x, s1r, d1r, s1i, d1i, [=] { return ext{x[2 * m + r]}; },
+        [=] { return ext{x[2 * m + i]}; });
 }
 
 template <Direction direction, int m>
 QORKES_INLINE void butterfly(double* x, const double* w) {
-    constexpr int re = direction == Direction::forward ? 0 : 1, im = 1 - re;
-    const auto real = [](const double* y, const double* v) {
-        return ext{y[re]} * v[0] - ext{y[im]} * v[1];
-    };
-    const auto imaginary = [](const double* y, const double* v) {
-        return ext{y[im]} * v[0] + ext{y[re]} * v[1];
-    };
     double *const b = x + 2 * m, *const c = x + 4 * m, *const d = x + 6 * m;
-    const ext ci = imaginary(c, w);
+    const ext ci = productIm<direction>(c, w);
     forgetLoads();
-    const ext di = imaginary(d, w + 4);
+    const ext di = productIm<direction>(d, w + 4);
     const ext s1i = ci + di, d1i = ci - di;
     forgetLoads();
-    const ext cr = real(c, w);
+    const ext cr = productRe<direction>(c, w);
     forgetLoads();
-    const ext dr = real(d, w + 4);
+    const ext dr = productRe<direction>(d, w + 4);
     const ext s1r = cr + dr, d1r = cr - dr;
     forgetLoads();
-    finish<re, im, m>(
-        x, s1r, d1r, s1i, d1i, [=] { return real(b, w + 2); },
-        [=] { return imaginary(b, w + 2); });
+    finish<direction, m>(
+        x, s1r, d1r, s1i, d1i, [=] { return productRe<direction>(b, w + 2); },
+        [=] { return productIm<direction>(b, w + 2); });
 }
 
 template <Direction direction> void firstPass(double* x, int n) {

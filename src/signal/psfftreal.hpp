@@ -3,7 +3,7 @@
 //     Real, idCtx                  double and 9, float and 6
 //     coreOrder                    the longest complex transform done by one core
 //     coreBuffer(order)            bytes of work that core needs
-//     sizes, initSines, initReversal, initCore, initLong   the tables' sizes and makers
+//     sizes, initReversal, initCore, initLong   the tables' sizes and makers
 //     initRecombination            the two tables of the recombination
 //     spectrum, samples            the complex transform, from natural to natural order
 //     toReal, toComplex            the recombination
@@ -19,6 +19,11 @@ namespace qorkes {
 
 constexpr int largestOrder = 30;
 constexpr int tableFreeOrders = 4;
+
+/// Bytes of the complex transform's tables, of what their making needs, and of work.
+struct LongSizes {
+    int64_t table, temporary, buffer;
+};
 
 template <class T> T* allocate(int64_t bytes) {
     return bytes > INT_MAX ? nullptr

@@ -155,25 +155,22 @@ struct Engine {
 
 void zubs_getSizesTwd_Large_32f(int order, int64_t* table, int64_t* temporary,
                                 int64_t* buffer) {
-    const LongSizes sizes = longSizes<Engine>(order);
-    *table = sizes.table;
-    *temporary = sizes.temporary;
-    *buffer = sizes.buffer;
+    longSizes<Engine>(order, *table, *temporary, *buffer);
 }
 
 void zubs_initTabTwd_Large_32f(FftCtx* plan, int order, const float* base,
                                int baseOrder, float* table, float* temporary) {
-    initLongTables<Engine>(*planOf<float>(plan), order, Sines<float>{base, baseOrder},
-                           table, temporary);
+    initLongTables<Engine>(plan, order, Sines<float>{base, baseOrder}, table,
+                           temporary);
 }
 
 void zubs_cFftFwd_Large_32fc(const FftCtx* plan, float* data, int order,
                              float* buffer) {
-    cFft_Large<Engine, Direction::forward>(*planOf<float>(plan), data, order, buffer);
+    cFft_Large<Engine, Direction::forward>(plan, data, order, buffer);
 }
 void zubs_cFftInv_Large_32fc(const FftCtx* plan, float* data, int order,
                              float* buffer) {
-    cFft_Large<Engine, Direction::inverse>(*planOf<float>(plan), data, order, buffer);
+    cFft_Large<Engine, Direction::inverse>(plan, data, order, buffer);
 }
 
 void zubs_cFftFwd_Step_R2_32fc(float* data, int n, const float* table, int final) {

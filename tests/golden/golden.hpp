@@ -17,8 +17,13 @@ struct GoldenRow {
 /// of their roots, over fixed arguments. No standard says how those round.
 std::string digestOfUnit();
 
-/// Kernels over fixed arguments, special ones among them; a million numbers of every
-/// generator and distribution.
-std::vector<GoldenRow> goldenRows();
+/// Kernels over fixed arguments, special ones among them.
+void addKernels(std::vector<GoldenRow>& rows);
+
+/// A million numbers of every generator and distribution; streams in files.
+void addStreams(std::vector<GoldenRow>& rows);
+
+/// Convolutions, correlations and transforms.
+void addSignals(std::vector<GoldenRow>& rows);
 
 } // namespace qorkes

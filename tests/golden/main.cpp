@@ -19,6 +19,14 @@ std::string lineOf(const GoldenRow& row) {
     return row.name + ": " + row.numbers + (row.usesUnit ? " unit" : "");
 }
 
+std::vector<GoldenRow> goldenRows() {
+    std::vector<GoldenRow> rows;
+    addKernels(rows);
+    addStreams(rows);
+    addSignals(rows);
+    return rows;
+}
+
 void print() {
     std::cout << unitLine() << '\n';
     for (const GoldenRow& row : goldenRows()) std::cout << lineOf(row) << '\n';

@@ -9,10 +9,14 @@ fail() {
     status=1
 }
 
-# The one entry is the compiler's own.
+# The one entry, a pointer, is the compiler's own.
+case $(readelf -h "$library") in
+*ELF64*) pointer=000008 ;;
+*) pointer=000004 ;;
+esac
 size=$(readelf -SW "$library" | sed -n 's/^ *\[ *[0-9]*\] \.init_array  *[A-Z_]* *//p' |
     awk '{ print $3 }')
-[ "$size" = 000004 ] || fail ".init_array has 0x$size bytes, should have one entry"
+[ "$size" = $pointer ] || fail ".init_array has 0x$size bytes, should have one entry"
 ! readelf -SW "$library" | grep -w '\.ctors' || fail "there are constructors"
 
 ! readelf -dW "$library" | grep TEXTREL || fail "the text has relocations"

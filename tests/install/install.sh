@@ -1,9 +1,9 @@
 #!/bin/sh
-# install.sh BUILD-FOLDER TOOLCHAIN C-COMPILER C++-COMPILER LIBRARY-FOLDER: installs into
-# a folder of its own, moves that, and builds a C and a C++ program against it in both
-# ways; the Debian package holds the same files.
+# install.sh BUILD-FOLDER TOOLCHAIN C-COMPILER C++-COMPILER LIBRARY-FOLDER WIDTH-FLAG:
+# installs into a folder of its own, moves that, and builds a C and a C++ program against
+# it in both ways; the Debian package holds the same files.
 set -eu
-build=$1 toolchain=$2 c=$3 cxx=$4 libdir=$5
+build=$1 toolchain=$2 c=$3 cxx=$4 libdir=$5 width=$6
 programs=$(cd "$(dirname "$0")" && pwd)/program
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -25,9 +25,9 @@ expectRoot() {
 export PKG_CONFIG_PATH="$tree/$libdir/pkgconfig"
 flags=$(pkg-config --cflags --libs qorkes)
 # shellcheck disable=SC2086 # one word per flag is what is wanted
-"$c" -m32 -std=c99 "$programs/root_c.c" -o "$work/root_c" $flags
+"$c" "$width" -std=c99 "$programs/root_c.c" -o "$work/root_c" $flags
 # shellcheck disable=SC2086
-"$cxx" -m32 -std=c++20 "$programs/root_cxx.cpp" -o "$work/root_cxx" $flags
+"$cxx" "$width" -std=c++20 "$programs/root_cxx.cpp" -o "$work/root_cxx" $flags
 expectRoot "$work/root_c"
 expectRoot "$work/root_cxx"
 

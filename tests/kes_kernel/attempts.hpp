@@ -56,7 +56,7 @@ void expectFailures(const std::string& name, const Parameters& parameters,
         std::vector<T> r(n, T(-7));
         EXPECT_EQ(variates(name, 0, stream, n, r.data(), parameters), script.status);
         const auto kept = std::ranges::mismatch(r, whole).in1 - r.begin();
-        EXPECT_NEAR(n - kept, script.counts.back() / 2, 1);
+        EXPECT_NEAR(n - static_cast<int>(kept), script.counts.back() / 2, 1);
         for (int i = static_cast<int>(kept); i < n; ++i)
             ASSERT_EQ(r[static_cast<std::size_t>(i)], rest(i)) << i;
     }

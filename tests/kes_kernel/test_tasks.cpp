@@ -147,7 +147,10 @@ struct Hooks {
 } hooks;
 
 [[gnu::noinline]] int callHook(void* privateData) {
-    EXPECT_EQ((reinterpret_cast<uintptr_t>(__builtin_frame_address(0)) + 8) % 16, 0u);
+    EXPECT_EQ(
+        (reinterpret_cast<uintptr_t>(__builtin_frame_address(0)) + 2 * sizeof(void*)) %
+            16,
+        0u);
     ++hooks.calls;
     hooks.data = privateData;
     return hooks.status;

@@ -146,7 +146,7 @@ TEST(AbstractStream, UpdateStackIsAligned) {
     for (const uintptr_t offset : {0u, 4u, 8u, 12u}) {
         uint32_t frame = 0;
         callOffBoundary(offset, drawOne, stream, &frame);
-        EXPECT_EQ((frame + 8) % 16, 0u) << offset;
+        EXPECT_EQ((frame + 2 * sizeof(void*)) % 16, 0u) << offset;
     }
 }
 #endif

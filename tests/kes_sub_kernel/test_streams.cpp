@@ -92,7 +92,8 @@ TEST(Registry, RowsOfBothNumberings) {
 TEST(Registry, RefusesWhatIsNotThere) {
     for (const int brng : {279, 0x100001, 0x400001, 0x500000 + 273, 0x900000 + 1024,
                            firstRegistered + 0x100000, 0x7FFFFFFF}) {
-        BrngProperties props = counter;
+        BrngProperties props;
+        std::memcpy(&props, &counter, sizeof props);
         StreamState dummy;
         StreamState* stream = &dummy;
         EXPECT_EQ(__kesGetBrngProperties(brng, &props), KesStatusInvalidBrng);

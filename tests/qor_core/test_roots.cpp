@@ -4,6 +4,7 @@
 #include <support/compare.hpp>
 #include <support/fpu.hpp>
 #include <support/oracle.hpp>
+#include <support/platform.hpp>
 #include <support/reports.hpp>
 #include <support/samples.hpp>
 
@@ -30,7 +31,7 @@ template <class T> std::vector<T> arguments() {
 TEST(Sqrt, RootsOfSquaresAreExact) {
     std::vector<double> roots(3000), squares(roots.size()), y(roots.size());
     std::iota(roots.begin(), roots.begin() + 1000, 1.0);
-    std::mt19937 random(6);
+    Random random(6);
     for (std::size_t i = 1000; i < roots.size(); ++i) roots[i] = random() >> 6;
     for (std::size_t i = 0; i < roots.size(); ++i) squares[i] = roots[i] * roots[i];
     const int n = static_cast<int>(roots.size());

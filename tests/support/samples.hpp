@@ -3,10 +3,11 @@
 // hold for double and for float.
 #pragma once
 
+#include <support/platform.hpp>
+
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <random>
 #include <stdexcept>
 #include <vector>
 
@@ -78,7 +79,7 @@ inline const Samples& samplesOf(const char* function) {
 
 /// n numbers of a range, the same in every run.
 template <class T> std::vector<T> draw(const Range& range, int n, unsigned seed) {
-    std::mt19937 random(seed);
+    Random random(seed);
     std::vector<T> numbers;
     for (int i = 0; i < n; ++i) {
         const double position = random() * 0x1p-32;

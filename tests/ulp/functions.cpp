@@ -38,7 +38,7 @@ constexpr Range nearOne = positive(0.99, 1.01);
 
 constexpr long double halfPi = 1.57079632679489661923L;
 
-#define SCREEN(f) [](long double a, long double) -> long double { return std::f(a); }
+#define SCREEN(f) [](auto a, auto) { return std::f(a); }
 
 std::vector<Region> rootRegions(Range normal, Range denormal) {
     return {{"normal arguments", normal},
@@ -89,7 +89,7 @@ const FunctionRow rows[] = {
       {"above 4", both(4, 0x1p70)}},
      {}},
     {"Atan2",
-     [](long double a, long double b) -> long double { return std::atan2(a, b); },
+     [](auto a, auto b) { return std::atan2(a, b); },
      {{"moderate", both(0x1p-20, 0x1p20), both(0x1p-20, 0x1p20)},
       {"near pi", both(0x1p-20, 0x1p-4), negative(1, 2)},
       {"whole range", anyDouble, anyDouble}},
@@ -108,7 +108,7 @@ const FunctionRow rows[] = {
      {{"below 1", below(1)}, {"above 1", both(1, 710.4)}},
      {{"below 1", below(1)}, {"above 1", both(1, 89.4)}}},
     {"Div",
-     [](long double a, long double b) { return a / b; },
+     [](auto a, auto b) { return a / b; },
      {{"divisors from 2^-30 to 2^30", anyDouble, both(0x1p-30, 0x1p30)},
       {"whole range", anyDouble, anyDouble},
       {"denormal results", denormalDouble, both(0x1p-30, 0x1p30), results}},
@@ -137,24 +137,24 @@ const FunctionRow rows[] = {
       {"denormal results", negative(87.34, 103.97)},
       {"near overflow", positive(87, 88.7228)}}},
     {"Inv",
-     [](long double a, long double) { return 1 / a; },
+     [](auto a, auto) { return 1 / a; },
      {{"arguments from 2^-30 to 2^30", both(0x1p-30, 0x1p30)},
       {"whole range", anyDouble},
       {"denormal results", both(0x1p1022, doubleLast)}},
      {{"whole range", anyFloat}, {"denormal results", both(0x1p126, floatLast)}}},
-    {"InvCbrt", [](long double a, long double) { return 1 / std::cbrt(a); },
+    {"InvCbrt", [](auto a, auto) { return 1 / std::cbrt(a); },
      rootRegions(anyDouble, denormalDouble), rootRegions(anyFloat, denormalFloat)},
-    {"InvSqrt", [](long double a, long double) { return 1 / std::sqrt(a); },
+    {"InvSqrt", [](auto a, auto) { return 1 / std::sqrt(a); },
      rootRegions(positiveDouble, positiveDenormalDouble),
      rootRegions(positiveFloat, positiveDenormalFloat)},
     {"Ln", SCREEN(log), rootRegions(positiveDouble, positiveDenormalDouble),
      rootRegions(positiveFloat, positiveDenormalFloat)},
     {"Log10", SCREEN(log10), rootRegions(positiveDouble, positiveDenormalDouble),
      rootRegions(positiveFloat, positiveDenormalFloat)},
-    {"Pow", [](long double a, long double b) -> long double { return std::pow(a, b); },
+    {"Pow", [](auto a, auto b) { return std::pow(a, b); },
      powerRegions(doubleNormal, doubleLeast, doubleLast),
      powerRegions(floatNormal, floatLeast, floatLast), 0, baseFor},
-    {"Powx", [](long double a, long double b) -> long double { return std::pow(a, b); },
+    {"Powx", [](auto a, auto b) { return std::pow(a, b); },
      powerRegions(doubleNormal, doubleLeast, doubleLast),
      powerRegions(floatNormal, floatLeast, floatLast), 0, baseFor},
     {"Sin", SCREEN(sin), angleRegions(doubleLast), angleRegions(floatLast), halfPi},

@@ -25,11 +25,17 @@ struct Region {
     } kind = Kind::arguments;
 };
 
+/// A function in both formats, each good to some units in its last place.
+struct Screen {
+    long double (*precise)(long double a, long double b);
+    double (*quick)(double a, double b);
+
+    template <class F> Screen(F f) : precise(f), quick(f) {}
+};
+
 struct FunctionRow {
     const char* name;
-
-    /// The function in long double, good to some units in its last place.
-    long double (*screen)(long double a, long double b);
+    Screen screen;
 
     std::vector<Region> doubles;
     std::vector<Region> singles; // those of double, if empty

@@ -4,8 +4,10 @@
 // MPFR is slow, so an error is first taken against the function in long double. That is
 // off by no more than screenUlps units in its last place, which is `slack` of an ulp of
 // the result; only an error within `slack` of the largest one known so far, or above
-// it, can be a new largest one, and is worked out with MPFR. Every 1000th result goes
-// to MPFR in any case, and a screen that is further off than `slack` stops the run.
+// it, can be a new largest one, and is worked out with MPFR. Where every float is run,
+// the function in double tells of most results that they cannot. Every 1000th result
+// goes to MPFR in any case, and a screen that is further off than allowed stops the
+// run.
 #pragma once
 
 #include "profile.hpp"
@@ -51,6 +53,17 @@ inline long double powerOfTwo(int e) {
 template <class T> double screenedUlpsOfSpecial(T result, long double value) {
     if (std::isnan(result) && std::isnan(value)) return 0;
     return static_cast<T>(value) == result ? 0 : HUGE_VAL;
+}
+
+/// Whether a result is infinite or no number as the value is, told by patterns: in
+/// arithmetic such numbers cost hundreds of cycles.
+template <class T> bool isSameSpecial(const T& result, const double& value) {
+    const auto magnitudeOf = [](auto bits) { return bits << 1; };
+    const auto infinity = Bits<T>::of(std::numeric_limits<T>::infinity());
+    const auto bits = Bits<T>::of(result);
+    if (std::isnan(value)) return magnitudeOf(bits) > magnitudeOf(infinity);
+    return magnitudeOf(bits) == magnitudeOf(infinity) &&
+           std::signbit(result) == std::signbit(value);
 }
 
 /// True for powers of two, which may stand for a value just below, where an ulp is half
@@ -121,7 +134,13 @@ public:
         for (std::uint64_t word = from; word < to; word += block) {
             for (std::uint32_t i = 0; i < block; ++i)
                 a_[i] = Bits<T>::number(static_cast<std::uint32_t>(word) + i);
-            judge(block, nullptr);
+            const T* result = results(block);
+            for (int i = 0; i < block; ++i) {
+                const bool isChecked = ++judged_ % 1000 == 0;
+                if (isChecked) checkQuick(a_[i], b_[i]);
+                if (isChecked || !isSmall(result[i], row_.screen.quick(a_[i], b_[i])))
+                    judge(result[i], a_[i], b_[i], isChecked, nullptr);
+            }
             if (word % (1 << 20) == 0) progress();
         }
     }
@@ -142,38 +161,56 @@ private:
                 const T a = first(done + i);
                 a_[i] = byResult ? static_cast<T>(row_.firstFor(a, b_[i])) : a;
             }
-            judge(static_cast<int>(std::min<std::int64_t>(block, count - done)),
-                  &profiles_[index]);
+            const int n = static_cast<int>(std::min<std::int64_t>(block, count - done));
+            const T* result = results(n);
+            for (int i = 0; i < n; ++i)
+                judge(result[i], a_[i], b_[i], ++judged_ % 1000 == 0,
+                      &profiles_[index]);
         }
     }
 
-    void judge(int n, Profile* profile) {
-        T y[block], z[block];
-        loop_(n, a_, b_, y, z);
-        const T* result = output_ == 0 ? y : z;
-        for (int i = 0; i < n; ++i) {
-            const long double value = row_.screen(a_[i], b_[i]);
-            const bool isChecked = ++judged_ % 1000 == 0;
-            if (!profile && !isChecked && isSmall(result[i], value)) continue;
-            const double ulps = screenedUlps(result[i], value);
-            if (isChecked) checkScreen(ulps, result[i], a_[i], b_[i]);
-            const double weighted = ulps * weightOf(a_[i], value);
-            if (profile) profile->take(a_[i], result[i], weighted);
-            if (ulps > slack<T>) consider(weighted, value, result[i], a_[i], b_[i]);
-        }
+    /// The results for a_ and b_.
+    const T* results(int n) {
+        loop_(n, a_, b_, y_, z_);
+        return output_ == 0 ? y_ : z_;
+    }
+
+    void judge(T result, T a, T b, bool isChecked, Profile* profile) {
+        const long double value = row_.screen.precise(a, b);
+        const double ulps = screenedUlps(result, value);
+        if (isChecked) checkScreen(ulps, result, a, b);
+        const double weighted = ulps * weightOf(a, value);
+        if (profile) profile->take(a, result, weighted);
+        if (ulps > slack<T>) consider(weighted, value, result, a, b);
     }
 
     /// True for most errors that are no new largest one in any region: an ulp of a
     /// value below 2^e is at least 2^(e - digits), so one multiplication tells.
-    bool isSmall(T result, long double value) const {
+    bool isSmall(const T& result, const double& value) const {
+        if (!std::isfinite(value)) return isSameSpecial(result, value);
         return std::fabs(result - value) <= smallError_ * std::fabs(value);
     }
 
+    void checkQuick(T a, T b) const {
+        const long double value = row_.screen.precise(a, b);
+        if (!std::isfinite(static_cast<double>(value))) return;
+        const long double error = std::fabs(row_.screen.quick(a, b) - value);
+        constexpr long double tolerance =
+            screenUlps * std::numeric_limits<double>::epsilon();
+        if (error > tolerance * std::fabs(value) &&
+            error > std::numeric_limits<double>::min())
+            throw std::runtime_error(std::string("the double value of ") +
+                                     function_.name + " is off by more than allowed");
+    }
+
     void setSmallError() {
+        constexpr double quickSlack = screenUlps *
+                                      std::numeric_limits<double>::epsilon() /
+                                      std::numeric_limits<T>::epsilon();
         double least = HUGE_VAL;
         for (const Extreme<T>& extreme : extremes_)
             least = std::min(least, extreme.ulps);
-        smallError_ = std::max(least - slack<T>, 0.0) *
+        smallError_ = std::max(least - quickSlack, 0.0) *
                       static_cast<double>(powerOfTwo(-std::numeric_limits<T>::digits));
     }
 
@@ -221,7 +258,7 @@ private:
     test::Oracle oracle_;
     std::vector<Extreme<T>> extremes_;
     std::vector<Profile> profiles_;
-    T a_[block]{}, b_[block]{};
+    T a_[block]{}, b_[block]{}, y_[block], z_[block];
     std::uint32_t judged_ = 0;
     double smallError_ = 0; // relative to the value; none up to it is a new largest one
 };

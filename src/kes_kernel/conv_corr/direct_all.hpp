@@ -203,7 +203,7 @@ template <class T> void correlatePlane(const Plane<T>& plane) {
 template <class T> void correlate(const Correlation<T>& whole) {
     int place[KesTaskMaxRank] = {};
     T* z = whole.z;
-    const int planeSize = whole.zshape[0] * whole.zshape[1];
+    const ptrdiff_t planeSize = ptrdiff_t{whole.zshape[0]} * whole.zshape[1];
     for (int d = 0; d < whole.rank;) {
         Plane<T> plane = {&whole, whole.x, whole.y, z, {}};
         bool empty = false;
@@ -234,7 +234,8 @@ template <Job job, class Data, class Work> int directAll(const Grid<Data>& grid)
     const bool direct =
         std::is_same_v<Work, Data> && isDense(rank, grid.zshape, grid.zstride);
     WorkArrays<Work> work;
-    const bool prepared = prepare(work, grid, isConvolution<job>, direct);
+    const bool prepared = prepare(work, grid, isConvolution<job>,
+                                  direct ? 0 : elementsOf(rank, grid.zshape));
     if (prepared) {
         Correlation<Work> whole = {rank,
                                    work.x,

@@ -97,24 +97,18 @@ const Work* dense(WorkArrays<Work>& work, int rank, const Data* array, const int
     return copy;
 }
 
-/// Fills `work`; `direct` tells that z is the caller's. False without memory. What was
-/// allocated is for release() in either case.
+/// Fills `work`, with z as takeZ has it. False without memory. What was allocated is
+/// for release() in either case.
 template <class Work, class Data>
 bool prepare(WorkArrays<Work>& work, const Grid<Data>& grid, bool reversed,
-             bool direct) {
+             uint64_t nz) {
     const int rank = grid.rank;
     work = {};
     work.x = dense(work, rank, grid.x, grid.xshape, grid.xstride, reversed);
     if (!work.x) return false;
     work.y = dense(work, rank, grid.y, grid.yshape, grid.ystride, false);
     if (!work.y) return false;
-    if constexpr (std::is_same_v<Work, Data>)
-        if (direct) {
-            work.z = grid.z;
-            return true;
-        }
-    work.z = work.add(elementsOf(rank, grid.zshape));
-    return work.z != nullptr;
+    return takeZ(work, grid.z, nz);
 }
 
 template <class Work, class Data> void unpack(const Work* dense, const Grid<Data>& g) {

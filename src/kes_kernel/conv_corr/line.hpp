@@ -58,8 +58,8 @@ const Work* dense(WorkArrays<Work>& work, const Data* array, int n, int stride,
     return copy;
 }
 
-/// Fills `work`: z is an array of nz elements, or for nz = 0 the caller's. False
-/// without memory. What was allocated is for release() in either case.
+/// Fills `work`, with z as takeZ has it. False without memory. What was allocated is
+/// for release() in either case.
 template <class Work, class Data>
 bool prepare(WorkArrays<Work>& work, const Line<Data>& line, bool reversed,
              uint64_t nz) {
@@ -68,13 +68,7 @@ bool prepare(WorkArrays<Work>& work, const Line<Data>& line, bool reversed,
     if (!work.x) return false;
     work.y = dense(work, line.y, line.ny, line.ystride, false);
     if (!work.y) return false;
-    if constexpr (std::is_same_v<Work, Data>)
-        if (nz == 0) {
-            work.z = line.z;
-            return true;
-        }
-    work.z = work.add(nz);
-    return work.z != nullptr;
+    return takeZ(work, line.z, nz);
 }
 
 } // namespace qorkes

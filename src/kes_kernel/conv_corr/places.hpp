@@ -60,6 +60,19 @@ template <class Work> struct WorkArrays {
     Work* add(uint64_t elements) { return copies[count++] = allocate<Work>(elements); }
 };
 
+/// Z is the caller's array or, of a count above 0, one of `count` elements. False
+/// without memory.
+template <class Work, class Data>
+bool takeZ(WorkArrays<Work>& work, Data* z, uint64_t count) {
+    if constexpr (std::is_same_v<Work, Data>)
+        if (count == 0) {
+            work.z = z;
+            return true;
+        }
+    work.z = work.add(count);
+    return work.z != nullptr;
+}
+
 template <class Work> void release(const WorkArrays<Work>& work) {
     for (Work* copy : work.copies) std::free(copy);
 }

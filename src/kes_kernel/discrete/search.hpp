@@ -24,6 +24,18 @@ QORKES_INLINE void cumulate(const double (&term)[size], double (&cumulative)[siz
     for (int k = 0; k < size; ++k) cumulative[k] = round64(ext{rest[0]} - rest[k + 1]);
 }
 
+/// Cumulative probabilities added from that of 0 on: up(x, term) is the probability of
+/// x + 1 when term is that of x.
+template <class Up>
+QORKES_INLINE void cumulateUpwards(int count, ext first, double* cumulative, Up&& up) {
+    ext term = first, sum = 0;
+    for (int32_t x = 0; x < count; ++x) {
+        sum += term;
+        cumulative[x] = round64(sum);
+        term = up(x, term);
+    }
+}
+
 /// Where a search begins, by u: no entry before start[round(u * cells)] is above u,
 /// whichever way that was rounded. With no cells a search begins at 0. Chen and Asau,
 /// "On generating random variates from an empirical distribution", AIIE Transactions 6,

@@ -1,7 +1,8 @@
-// A double as a 32-bit integer, truncated towards zero on its bits: the one way from
-// reals to integers in the discrete distributions. It needs no control word, and it is
-// defined beyond the range of integers too: a magnitude of 2^31 or more gives the top
-// 32 bits of the significand, shifted by what the exponent says modulo 32.
+// Reals as 32-bit integers in the discrete distributions. One double is truncated
+// towards zero on its bits. That needs no control word, and it is defined beyond the
+// range of integers too: a magnitude of 2^31 or more gives the top 32 bits of the
+// significand, shifted by what the exponent says modulo 32. Arrays go through the
+// unit's stores of integers.
 #pragma once
 
 #include <common/bits.hpp>

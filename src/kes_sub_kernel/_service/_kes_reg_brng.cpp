@@ -1,6 +1,6 @@
 // The registry: a table for each numbering of the generators, and the way from an
 // identifier to a row.
-#include <kes_sub_kernel/stream_record.hpp>
+#include <kes_sub_kernel/iabstract/iabstract.hpp>
 
 using namespace qorkes;
 
@@ -12,6 +12,9 @@ namespace {
             __kesBRng##name##InitStream, __kessBRng##name, __kesdBRng##name,           \
             __kesiBRng##name                                                           \
     }
+
+/// The bytes of a stream whose state holds pointers.
+template <class State> constexpr int sizeWith = sizeof(StreamState) + sizeof(State);
 
 // State size, seed count, zero delivered, bytes and bits of a word.
 // clang-format off
@@ -34,11 +37,11 @@ constexpr BrngRecord rowMT19937 = ROW(MT19937, 2516, 625, 1, 4, 32);
 // 0x900000 and the 1023 after it
 constexpr BrngRecord rowMT2203 = ROW(MT2203, 308, 70, 1, 4, 32);
 // 0xa00000
-constexpr BrngRecord rowiAbstract = ROW(iAbstract, 36, 0, 1, 4, 32);
+constexpr BrngRecord rowiAbstract = ROW(iAbstract, sizeWith<IntegerAbstractState>, 0, 1, 4, 32);
 // 0xb00000
-constexpr BrngRecord rowdAbstract = ROW(dAbstract, 52, 0, 1, 4, 32);
+constexpr BrngRecord rowdAbstract = ROW(dAbstract, sizeWith<RealAbstractState<double>>, 0, 1, 4, 32);
 // 0xc00000
-constexpr BrngRecord rowsAbstract = ROW(sAbstract, 44, 0, 1, 4, 32);
+constexpr BrngRecord rowsAbstract = ROW(sAbstract, sizeWith<RealAbstractState<float>>, 0, 1, 4, 32);
 // clang-format on
 
 constexpr int firstNewIdentifier = 0x100000;

@@ -62,11 +62,12 @@ namespace qorkes {
 
 } // namespace qorkes
 
-// uint32_t uSobolMInit[39][8] and uint32_t uSobolIrredPoly[39].
+// uint32_t uSobolMInit[39][8] and uint32_t uSobolIrredPoly[39]. The linker may give a
+// program copies of tables that it names: to a copy of the first belongs all of it.
 #define TABLE(name, offset, size)                                                      \
     asm(".globl " name "\n.type " name ", @object\n.size " name ", " size              \
         "\n.set " name ", _ZN6qorkes10sobolWordsE + " offset)
-TABLE("uSobolMInit", "0", "1248");
+TABLE("uSobolMInit", "0", "1404");
 TABLE("uSobolIrredPoly", "1248", "156");
 static_assert(sizeof(uSobolMInit) == 1248 && sizeof(uSobolIrredPoly) == 156);
 

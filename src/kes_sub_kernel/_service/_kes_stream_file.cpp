@@ -31,7 +31,7 @@ uint16_t stateSizeOf(const BrngRecord& row) {
     return static_cast<uint16_t>(row.StateSize - int{sizeof(StreamState)});
 }
 
-// ---- Names and files
+// ---- Names and files ----------------------------------------------------------------
 
 /// The name itself if it ends in a zero (length below 0), else a copy that does.
 void __kesCreateString(int* status, char** string, const char* name, int length) {
@@ -81,7 +81,7 @@ void readItem(int* status, std::FILE* file, void* item, std::size_t size) {
     if (std::fread(item, size, 1, file) != 1) *status = KesStatusFileRead;
 }
 
-// ---- The header
+// ---- The header ---------------------------------------------------------------------
 
 void __kesFillInFileHeader(int* status, FileHeader* header, const StreamState* stream) {
     if (*status < 0) return;
@@ -122,7 +122,7 @@ void __kesValidateHeader(int* status, const FileHeader* header) {
     if (*status >= 0) *status = statusOf(*header);
 }
 
-// ---- The stream
+// ---- The stream ---------------------------------------------------------------------
 
 void __kesCreateStream(int* status, const FileHeader* header, StreamState** stream) {
     if (*status >= 0) *status = allocateStream(stream, header->brng);

@@ -1,6 +1,7 @@
 // __kesBRngMCG59InitStream: one or two seed words; leapfrog and skip-ahead by powers of
 // the multiplier.
 #include <kes_sub_kernel/mcg59/mcg59.hpp>
+#include <kes_sub_kernel/multiplicative.hpp>
 
 using namespace qorkes;
 
@@ -24,22 +25,12 @@ uint64_t powerOf(uint64_t base, int32_t exponent) {
                             static_cast<uint32_t>(base >> 32), exponent);
 }
 
-int skipAhead(StreamState* stream, int32_t count) {
-    auto& state = stateOf<Mcg59State>(stream);
-    state.Value = multiplyMod2P59(powerOf(state.Multiplier, count), state.Value);
-    return KesStatusOk;
-}
-
-int leapfrog(StreamState* stream, int32_t stride, int32_t k) {
-    auto& state = stateOf<Mcg59State>(stream);
-    skipAhead(stream, k);
-    state.Multiplier = powerOf(state.Multiplier, stride);
-    return KesStatusOk;
-}
+using Jumps = JumpsByPowers<Mcg59State, powerOf, multiplyMod2P59>;
 
 } // namespace
 
 int __kesBRngMCG59InitStream(int method, StreamState* stream, int n,
                              const uint32_t* params) {
-    return byMethod<initialise, leapfrog, skipAhead>(method, stream, n, params);
+    return byMethod<initialise, Jumps::leapfrog, Jumps::skipAhead>(method, stream, n,
+                                                                   params);
 }

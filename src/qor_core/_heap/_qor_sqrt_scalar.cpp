@@ -85,7 +85,7 @@ double _qordsqrt_scalar(double x) {
 
 float _qorssqrt_scalar(float x) {
     const uint32_t bits = bitsOf(x);
-    if (bits - 0x00800000u < 0x7F000000u) return round32(finiteRoot(x));
+    if (isPositiveNormalFloat(bits)) return round32(finiteRoot(x));
     if (bits != 0 && bits < 0x00800000u) return _qorsSqrt_Deno(x);
     return _qorsSqrt_Spec(x);
 }

@@ -6,10 +6,7 @@
 
 namespace qorkes {
 
-/// tan(r) = r A(r^2) / B(r^2)
-constexpr struct {
-    double A[4], B[4];
-} tangentCoefficients = {
+constexpr TangentCoefficients<4, 4> tangentCoefficients = {
     {1.0, -0x1.06b97bf03648ap-3, 0x1.6fc6fe2982a7bp-9, -0x1.f637dea7c0b2cp-18},
     {1.0, -0x1.d8b2134d70767p-2, 0x1.7e7b68d9a55f3p-6, -0x1.b525b10d0a168p-13}};
 static_assert(tangentCoefficients.A[1] == -0.12828347040957438 &&
@@ -22,15 +19,8 @@ static_assert(tangentCoefficients.B[1] == -0.46161680374290487 &&
 template <class SlotType, auto scalarEntry> struct DoubleTangent : DoubleLimit {
     using Element = double;
     using Slot = SlotType;
+    static constexpr const auto& coefficients = tangentCoefficients;
 
-    /// The product with r comes last, which keeps the sign of a zero, where a sum would
-    /// lose it.
-    QORKES_INLINE static void polynomials(ext r, ext& u, ext& v) {
-        const auto& k = *inRegister(&tangentCoefficients);
-        const ext r2 = r * r;
-        u = polynomial<4>(k.A, r2) * r;
-        v = polynomial<4>(k.B, r2);
-    }
     static void scalarCode(int i, const double* a, double* y) {
         scalarEntry(i, a, y, nullptr);
     }

@@ -11,12 +11,11 @@
 // an integer: powers of two, which change no rounding.
 #pragma once
 
+#include <qor_core/_heap/parity.hpp>
 #include <qor_core/_heap/powers_of_two.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
-
-enum class Parity { even, odd };
 
 struct Hyperbolic {
     Parity parity;

@@ -5,15 +5,13 @@
 // logarithms. The root and the quotient have nothing else to wait for, and the
 // polynomials no long operation in between.
 //
-// A function is a structure of
+// To a function as inverse_hyperbolic_pairs.hpp has it belong
 //
-//     logarithm               the table, the polynomial and the kernel's name
-//     isForLogarithm(high)    whether an argument is ordinary, told by its high word
-//     argument(x)             of the logarithm, at least 1
-//     isOdd, halvings         f = +-log(argument) 2^-halvings, with the sign of x if
-//     odd special(i, a, y)        stores and reports the elements that are not ordinary
+//     logarithm    the table, the polynomial and the kernel's name
+//     factorBits   the float by which the logarithm is multiplied
 #pragma once
 
+#include <qor_core/_heap/inverse_hyperbolic_pairs.hpp>
 #include <qor_core/_heap/natural_logarithm.hpp>
 
 namespace qorkes {
@@ -26,6 +24,7 @@ struct alignas(32) Slot {
     uint32_t high;
     float factor;
 
+    QORKES_INLINE void take(ext x) { argument = x; }
     QORKES_INLINE ext rest() const {
         ext result;
         asm("fildll %1" : "=t"(result) : "m"(argument));
@@ -46,22 +45,6 @@ QORKES_INLINE void takeApart(Slot& slot) {
     std::memcpy(top, &mantissa, sizeof mantissa);
 }
 
-/// The arguments of the pairs before the first special one, up to a block of them;
-/// returns how many elements these are.
-template <class F>
-QORKES_NOINLINE int storeArguments(int n, const double* a, Slot* slots) {
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last; count += 2) {
-        if (!F::isForLogarithm(highWord(a[count])) ||
-            !F::isForLogarithm(highWord(a[count + 1])))
-            break;
-        slots[count].argument = F::argument(loaded(a[count]));
-        slots[count + 1].argument = F::argument(loaded(a[count + 1]));
-    }
-    return count;
-}
-
 template <class F>
 QORKES_NOINLINE int logarithmPairs(int n, const double* a, double* y) {
     Slot slots[blockSize];
@@ -80,23 +63,9 @@ QORKES_NOINLINE int logarithmPairs(int n, const double* a, double* y) {
     return count;
 }
 
-template <class F> QORKES_COLD void scalarInverse(int i, const double* a, double* y) {
-    if (F::isForLogarithm(highWord(a[i]))) {
-        const double twice[2] = {a[i], a[i]};
-        double results[2];
-        logarithmPairs<F>(2, twice, results);
-        y[i] = results[0];
-    } else {
-        F::special(i, a, y);
-    }
-}
-
 template <class F>
 QORKES_NOINLINE void inverseHyperbolics(int n, const double* a, double* y) {
-    const auto scalar = [=](int i) { scalarInverse<F>(i, a, y); };
-    inPairs(
-        n, [=](int i) { return logarithmPairs<F>(n - i, a + i, y + i); }, scalar,
-        scalar);
+    inversePairs<F, logarithmPairs<F>>(n, a, y);
 }
 
 } // namespace qorkes

@@ -18,6 +18,12 @@ QORKES_INLINE __m128 magnitudeOf(__m128 x) {
     return _mm_andnot_ps(_mm_set1_ps(-0.0f), x);
 }
 
+/// body(k) for each lane k whose bit is set.
+template <class Body> QORKES_INLINE void forEachLane(int lanes, Body body) {
+    for (int k = 0; lanes != 0; lanes >>= 1, ++k)
+        if (lanes & 1) body(k);
+}
+
 /// c0 + c1 x + ... by Horner's rule.
 QORKES_INLINE __m128 polynomial(__m128, float c0) { return _mm_set1_ps(c0); }
 template <class... Rest>

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <qor_core/_heap/logarithm_rows.hpp>
+#include <qor_core/_heap/pairs.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -112,10 +113,7 @@ QORKES_COLD void scalarLogarithm(int i, const double* a, double* y) {
     } else if (isNearOne(high)) {
         y[i] = seriesNearOne<f>(a[i]);
     } else {
-        const double twice[2] = {a[i], a[i]};
-        double results[2];
-        tablePairs<f>(2, twice, results);
-        y[i] = results[0];
+        asPair<tablePairs<f>>(a[i], y[i]);
     }
 }
 

@@ -5,9 +5,6 @@
 
 #include <common/bits.hpp>
 #include <common/ext.hpp>
-#include <common/pattern.hpp>
-
-#include <xmmintrin.h>
 
 namespace qorkes {
 
@@ -81,33 +78,6 @@ static_assert(hasPattern(inverseOfRootScale, 0x20D0000000000000));
 constexpr uint32_t rootNaNHigh = 0x7FF8A5A5;
 constexpr uint32_t rootNaNLow = 0x5A5A5A5A;
 
-/// The parts of two arguments, each pair in one aligned store, from which the x87 unit
-/// loads without waiting.
-struct alignas(16) RootArgumentPair {
-    double mantissa[2];
-    double minus[2];
-};
-
-QORKES_INLINE RootArgumentPair rootArgumentPair(const double* a) {
-    static constexpr DoublePattern fraction{0xFFFFF, 0xFFFFFFFF}, one{0x3FF00000, 0};
-    // With the low bit of the exponent kept, -1/2 is -1 where that bit is set.
-    static constexpr DoublePattern andParity{0x1FFFFF, 0xFFFFFFFF},
-        minusHalf{0xBFE00000, 0};
-    const __m128 x = _mm_loadu_ps(reinterpret_cast<const float*>(a));
-    RootArgumentPair pair;
-    _mm_store_ps(reinterpret_cast<float*>(pair.mantissa),
-                 _mm_or_ps(_mm_and_ps(x, fraction.load()), one.load()));
-    _mm_store_ps(reinterpret_cast<float*>(pair.minus),
-                 _mm_or_ps(_mm_and_ps(x, andParity.load()), minusHalf.load()));
-    asm("" : "+m"(pair));
-    return pair;
-}
-
-QORKES_INLINE RootArgument rootArgument(const RootArgumentPair& pair, int k,
-                                        const double& x) {
-    return {pair.mantissa[k], pair.minus[k], highWord(x)};
-}
-
 /// One positive normal double.
 QORKES_INLINE RootArgument rootArgument(const double& x) {
     const uint32_t high = highWord(x);
@@ -115,11 +85,6 @@ QORKES_INLINE RootArgument rootArgument(const double& x) {
     setWords(mantissa, (high & 0xFFFFF) | 0x3FF00000, lowWord(x));
     const ext m = mantissa;
     return {m, m * (high & 0x00100000 ? -1.0L : -0.5L), high};
-}
-
-QORKES_INLINE bool areFourPositiveNormal(const double* a) {
-    return isPositiveNormal(highWord(a[0])) && isPositiveNormal(highWord(a[1])) &&
-           isPositiveNormal(highWord(a[2])) && isPositiveNormal(highWord(a[3]));
 }
 
 } // namespace qorkes

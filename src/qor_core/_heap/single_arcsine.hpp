@@ -93,12 +93,11 @@ QORKES_COLD void storeSpecials(int lanes, int i, __m128 x, const float* a, float
     constexpr uint32_t defaultNaN = 0xFFC00000, quietBit = 0x00400000;
     alignas(16) uint32_t bits[4];
     _mm_store_ps(reinterpret_cast<float*>(bits), x);
-    for (int lane = 0; lanes != 0; lanes >>= 1, ++lane) {
-        if (!(lanes & 1)) continue;
-        const bool isNumber = (bits[lane] & magnitudeBits) <= floatInfinity;
-        setBits(y[i + lane], isNumber ? defaultNaN : bits[lane] | quietBit);
-        if (isNumber) Function::errorGate(QOR_STATUS_ERRDOM, i + lane, a, y);
-    }
+    forEachLane(lanes, [&](int k) {
+        const bool isNumber = (bits[k] & magnitudeBits) <= floatInfinity;
+        setBits(y[i + k], isNumber ? defaultNaN : bits[k] | quietBit);
+        if (isNumber) Function::errorGate(QOR_STATUS_ERRDOM, i + k, a, y);
+    });
 }
 
 /// Corrects stored lanes, of the arguments x.

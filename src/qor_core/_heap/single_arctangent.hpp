@@ -62,7 +62,7 @@ QORKES_INLINE __m128 longArctangent(__m128 t) {
 constexpr float flPiDiv2 = 0x1.921fb6p+0f;
 static_assert(hasPattern(flPiDiv2, 0x3FC90FDB));
 
-// ---- Atan2 -------------------------------------------------------------------------
+// ---- Atan2 --------------------------------------------------------------------------
 
 /// All bits of the lanes within which no product of parts of a and b leaves the normal
 /// numbers.

@@ -9,12 +9,12 @@
 // At 64-bit precision, rounded once.
 #pragma once
 
+#include <qor_core/_heap/lanes.hpp>
+#include <qor_core/_heap/parity.hpp>
 #include <qor_core/_heap/powers_of_two.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
-
-enum class Parity { even, odd };
 
 struct SingleHyperbolic {
     Parity parity;
@@ -58,7 +58,7 @@ QORKES_INLINE void storeHyperbolic(float& y, const float& x) {
 
 /// Lanes from the limit on, NaNs excepted, and if sinh is asked those near 0.
 template <const SingleHyperbolic& f> QORKES_INLINE int specialLanes(__m128 x) {
-    const __m128 magnitude = _mm_andnot_ps(_mm_set1_ps(-0.0f), x);
+    const __m128 magnitude = magnitudeOf(x);
     __m128 isSpecial = _mm_cmpge_ps(magnitude, _mm_set1_ps(singleHypLimit));
     if constexpr (f.parity == Parity::odd)
         isSpecial = _mm_or_ps(
@@ -72,15 +72,14 @@ template <const SingleHyperbolic& f>
 QORKES_COLD void correctLanes(int lanes, __m128 x, int i, const float* a, float* y) {
     float argument[4];
     _mm_storeu_ps(argument, x);
-    for (const float* lane = argument; lanes != 0; lanes >>= 1, ++lane, ++i) {
-        if ((lanes & 1) == 0) continue;
-        const uint32_t bits = bitsOf(*lane), magnitude = bits & magnitudeBits;
+    forEachLane(lanes, [&](int k) {
+        const uint32_t bits = bitsOf(argument[k]), magnitude = bits & magnitudeBits;
         const bool isNearZero = magnitude < bitsOf(singleLeastForTable);
         const uint32_t sign = f.parity == Parity::odd ? bits & signBit : 0;
-        setBits(y[i], isNearZero ? bits : floatInfinity | sign);
+        setBits(y[i + k], isNearZero ? bits : floatInfinity | sign);
         if (!isNearZero && magnitude != floatInfinity)
-            report(QOR_STATUS_OVERFLOW, i, a, a, y, y, f.kernel);
-    }
+            report(QOR_STATUS_OVERFLOW, i + k, a, a, y, y, f.kernel);
+    });
 }
 
 /// Elements i to i + count - 1, whose arguments x holds too.

@@ -2,14 +2,12 @@
 // quotient gives, at 53 bits.
 //
 // Passes over a block: first the arguments, then their bits taken apart, then the
-// logarithms. A function is a structure of
+// logarithms. To a function as inverse_hyperbolic_pairs.hpp has it belong
 //
-//     isForLogarithm(bits)    whether an argument is ordinary
-//     argument(x)             of the logarithm, at least 1
-//     isOdd, halvings         f = +-log(argument) 2^-halvings, with the sign of x if
-//     odd special(i, a, y)        stores and reports the elements that are not ordinary
+//     halvings     f = log(argument) 2^-halvings
 #pragma once
 
+#include <qor_core/_heap/inverse_hyperbolic_pairs.hpp>
 #include <qor_core/_heap/single_logarithm.hpp>
 
 namespace qorkes {
@@ -23,23 +21,9 @@ constexpr SingleLogarithm singleNaturalLogarithm = {lnTabS, lnOf2, lnOf2, nullpt
 struct SingleSlot {
     double mantissa;
     uint32_t high;
-};
 
-/// The arguments of the pairs before the first special one, up to a block of them;
-/// returns how many elements these are.
-template <class F>
-QORKES_NOINLINE int storeArguments(int n, const float* a, SingleSlot* slots) {
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last; count += 2) {
-        if (!F::isForLogarithm(bitsOf(a[count])) ||
-            !F::isForLogarithm(bitsOf(a[count + 1])))
-            break;
-        slots[count].mantissa = round64(F::argument(loaded(a[count])));
-        slots[count + 1].mantissa = round64(F::argument(loaded(a[count + 1])));
-    }
-    return count;
-}
+    QORKES_INLINE void take(ext argument) { mantissa = round64(argument); }
+};
 
 template <class F> QORKES_NOINLINE int logarithmPairs(int n, const float* a, float* y) {
     constexpr uint32_t exponentOfRowZero = 0x3FF - 127;
@@ -60,23 +44,9 @@ template <class F> QORKES_NOINLINE int logarithmPairs(int n, const float* a, flo
     return count;
 }
 
-template <class F> QORKES_COLD void scalarInverse(int i, const float* a, float* y) {
-    if (F::isForLogarithm(bitsOf(a[i]))) {
-        const float twice[2] = {a[i], a[i]};
-        float results[2];
-        logarithmPairs<F>(2, twice, results);
-        y[i] = results[0];
-    } else {
-        F::special(i, a, y);
-    }
-}
-
 template <class F>
 QORKES_NOINLINE void inverseHyperbolics(int n, const float* a, float* y) {
-    const auto scalar = [=](int i) { scalarInverse<F>(i, a, y); };
-    inPairs(
-        n, [=](int i) { return logarithmPairs<F>(n - i, a + i, y + i); }, scalar,
-        scalar);
+    inversePairs<F, logarithmPairs<F>>(n, a, y);
 }
 
 } // namespace qorkes

@@ -5,6 +5,7 @@
 // cubics about 1 and 2, so that the result goes to zero on both sides of 1.
 #pragma once
 
+#include <qor_core/_heap/pairs.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -93,12 +94,10 @@ QORKES_COLD void unitLogarithm(int i, const float* a, float* y) {
 
 template <const SingleLogarithm& f>
 QORKES_COLD void lastLogarithm(int i, const float* a, float* y) {
-    const float twice[2] = {a[i], a[i]};
-    float results[2];
-    if (ordinaryPairs<f>(2, twice, results) == 0)
-        unitLogarithm<f>(i, a, y);
+    if (isPositiveNormalFloat(bitsOf(a[i])))
+        asPair<ordinaryPairs<f>>(a[i], y[i]);
     else
-        y[i] = results[0];
+        unitLogarithm<f>(i, a, y);
 }
 
 template <const SingleLogarithm& f>

@@ -6,7 +6,7 @@
 //     Element                double or float
 //     Slot                   what numerators and denominators are kept in
 //     isOrdinary(x), areOrdinary(x)   one of the limits
-//     polynomials(r, u, v)
+//     coefficients           of the two polynomials
 //     scalarCode(i, a, y)
 #pragma once
 
@@ -31,6 +31,20 @@ QORKES_INLINE ext valueOf(const WideSlot& slot) {
 QORKES_INLINE void fill(double& slot, ext x) { slot = round64(x); }
 QORKES_INLINE ext valueOf(const double& slot) { return loadedHere(slot); }
 
+/// tan(r) = r A(r^2) / B(r^2)
+template <int n, int m> struct TangentCoefficients { double A[n], B[m]; };
+
+/// The product with r comes last, which keeps the sign of a zero, where a sum would
+/// lose it.
+template <int n, int m>
+QORKES_INLINE void tangentPolynomials(const TangentCoefficients<n, m>& coefficients,
+                                      ext r, ext& u, ext& v) {
+    const auto& k = *inRegister(&coefficients);
+    const ext r2 = r * r;
+    u = polynomial<n>(k.A, r2) * r;
+    v = polynomial<m>(k.B, r2);
+}
+
 /// u and v have changed places, if they have to, by where they were stored: the
 /// processor could not guess a branch.
 template <class Slot> struct Quotient {
@@ -45,7 +59,7 @@ QORKES_INLINE void setQuotient(Quotient<typename Kernel::Slot>& q, ext r,
                                int32_t count) {
     const int odd = count & 1;
     ext u, v;
-    Kernel::polynomials(r, u, v);
+    tangentPolynomials(Kernel::coefficients, r, u, v);
     fill(q.slots[odd], u);
     fill(q.slots[1 - odd], v);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <qor_core/_heap/horner.hpp>
+#include <qor_core/_heap/lanes.hpp>
 #include <qor_core/frame.hpp>
 
 namespace qorkes {
@@ -29,7 +30,7 @@ QORKES_INLINE void storeFlipped(float& y, ext value, uint32_t flip) {
     setBits(y, bitsOf(y) ^ (flip & signBit));
 }
 
-// ---- Limits ------------------------------------------------------------------------
+// ---- Limits -------------------------------------------------------------------------
 
 /// High word of 128000.0, where all double kernels hand over. Infinities and NaNs lie
 /// beyond.
@@ -41,7 +42,7 @@ QORKES_INLINE bool isBelowLimit(const double& x) {
 
 /// True if no lane is above the limit, and none a NaN.
 QORKES_INLINE bool areWithin(__m128 x, float limit) {
-    const __m128 magnitude = _mm_andnot_ps(_mm_set1_ps(-0.0f), x);
+    const __m128 magnitude = magnitudeOf(x);
     return _mm_movemask_ps(_mm_cmple_ps(magnitude, _mm_set1_ps(limit))) == 0xF;
 }
 
@@ -62,7 +63,7 @@ template <int limit> struct FloatLimit {
     }
 };
 
-// ---- Reduction ---------------------------------------------------------------------
+// ---- Reduction ----------------------------------------------------------------------
 
 /// What x is counted in, and reduced by in parts. Products of all parts but the last
 /// with a count are exact.
@@ -70,8 +71,8 @@ template <int n> struct Step {
     double inverse;
     double parts[n];
 };
+
 template <class T> constexpr auto halfTurn = nullptr;
-template <class T> constexpr auto quarterTurn = nullptr;
 
 template <>
 inline constexpr Step<4> halfTurn<double> = {
@@ -84,26 +85,18 @@ static_assert(hasPattern(halfTurn<double>.parts[2], 0x3D08469880000000));
 static_assert(hasPattern(halfTurn<double>.parts[3], 0x3B88CC51701B839A));
 
 template <>
-inline constexpr Step<4> quarterTurn<double> = {
-    0x1.45f306dc9c883p-1,
-    {0x1.921fb4p+0, 0x1.4442dp-24, 0x1.846988p-48, 0x1.8cc51701b839ap-72}};
-static_assert(hasPattern(quarterTurn<double>.inverse, 0x3FE45F306DC9C883));
-static_assert(hasPattern(quarterTurn<double>.parts[0], 0x3FF921FB40000000));
-static_assert(hasPattern(quarterTurn<double>.parts[1], 0x3E74442D00000000));
-static_assert(hasPattern(quarterTurn<double>.parts[2], 0x3CF8469880000000));
-static_assert(hasPattern(quarterTurn<double>.parts[3], 0x3B78CC51701B839A));
-
-template <>
 inline constexpr Step<2> halfTurn<float> = {0x1.45f306dc9c883p-2,
                                             {0x1.921fb5444p+1, 0x1.68c234c4c6629p-38}};
+static_assert(hasPattern(halfTurn<float>.inverse, 0x3FD45F306DC9C883));
 static_assert(hasPattern(halfTurn<float>.parts[0], 0x400921FB54440000));
 static_assert(hasPattern(halfTurn<float>.parts[1], 0x3D968C234C4C6629));
 
-template <>
-inline constexpr Step<2> quarterTurn<float> = {
-    0x1.45f306dc9c883p-1, {0x1.921fb5444p+0, 0x1.68c234c4c6629p-39}};
-static_assert(hasPattern(quarterTurn<float>.parts[0], 0x3FF921FB54440000));
-static_assert(hasPattern(quarterTurn<float>.parts[1], 0x3D868C234C4C6629));
+template <int n> constexpr Step<n> halved(Step<n> step) {
+    step.inverse *= 2;
+    for (double& part : step.parts) part /= 2;
+    return step;
+}
+template <class T> constexpr auto quarterTurn = halved(halfTurn<T>);
 
 /// x less a count of steps.
 template <class T, int n>
@@ -149,7 +142,7 @@ QORKES_INLINE ext reducedByHalfTurns(const T& x, const int32_t& count) {
     return reduced(x, loadInteger(quarters), quarterTurn<T>);
 }
 
-// ---- Loop --------------------------------------------------------------------------
+// ---- Loop ---------------------------------------------------------------------------
 
 /// Groups of four in three steps, each for all four before the next: a step waits for
 /// the one before, and only other elements fill the gap. A kernel has a type Argument,

@@ -63,24 +63,24 @@ struct Ratio {
 struct Block {
     alignas(16) double ordinate[blockSize], abscissa[blockSize]; // magnitudes
     alignas(16) float shortOrdinate[blockSize], shortAbscissa[blockSize];
-    alignas(16) uint32_t row[blockSize];  // in bytes from the first one
-    alignas(16) uint32_t swap[blockSize]; // in bytes from |a| to p, from q to |b|
+    alignas(16) int32_t row[blockSize];  // in bytes from the first one
+    alignas(16) int32_t swap[blockSize]; // in bytes from |a| to p, from q to |b|
     Ratio ratios[blockSize];
     bool isDone[blockSize / 4];
 };
 constexpr uint32_t swapped = offsetof(Block, abscissa) - offsetof(Block, ordinate);
 
-template <class T> QORKES_INLINE const T* moved(const T* from, uint32_t bytes) {
-    return reinterpret_cast<const T*>(reinterpret_cast<uintptr_t>(from) + bytes);
+template <class T> QORKES_INLINE const T* moved(const T* from, int32_t bytes) {
+    return reinterpret_cast<const T*>(reinterpret_cast<const char*>(from) + bytes);
 }
 
 QORKES_INLINE Point pointAt(const Block& block, int i) {
-    const uint32_t swap = block.swap[i];
+    const int32_t swap = block.swap[i];
     return {moved(&rows.at[0][0], block.row[i]), moved(&block.ordinate[i], swap),
-            moved(&block.abscissa[i], 0 - swap)};
+            moved(&block.abscissa[i], -swap)};
 }
 
-// ---- Intervals ---------------------------------------------------------------------
+// ---- Intervals ----------------------------------------------------------------------
 
 constexpr uint32_t leastOrdinary = 0x00200000, largestOrdinary = 0x7FB00000;
 
@@ -147,7 +147,7 @@ QORKES_INLINE bool findIntervals(Block& block, int i, const double* b) {
     return true;
 }
 
-// ---- Ratios ------------------------------------------------------------------------
+// ---- Ratios -------------------------------------------------------------------------
 
 // Loads are cheaper than registers here: each product makes its own, and the sums take
 // their other number from memory.
@@ -190,7 +190,7 @@ QORKES_INLINE ext ratioOfOne(const Point& point) {
     return D * (square * inverse) * numerator(point);
 }
 
-// ---- Angles ------------------------------------------------------------------------
+// ---- Angles -------------------------------------------------------------------------
 
 /// y may be a.
 QORKES_INLINE void storeAngle(double& y, ext t, const Row& row, const double& a) {

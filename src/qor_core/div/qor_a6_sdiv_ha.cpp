@@ -1,6 +1,7 @@
 // _qorsDiv_HA: y = a / b in single precision, correctly rounded by divps.
 //
 //   b = +-0   a / b as the processor gives it, status 2 unless a is a NaN
+#include <qor_core/_heap/lanes.hpp>
 #include <qor_core/frame.hpp>
 
 using namespace qorkes;
@@ -19,8 +20,7 @@ QORKES_INLINE int singularLanes(__m128 a, __m128 b) {
 
 QORKES_COLD void reportLanes(int lanes, int i, const float* a, const float* b,
                              float* y) {
-    for (; lanes != 0; lanes >>= 1, ++i)
-        if (lanes & 1) _ErrorCall(QOR_STATUS_SING, i, a, b, y, y);
+    forEachLane(lanes, [=](int k) { _ErrorCall(QOR_STATUS_SING, i + k, a, b, y, y); });
 }
 
 QORKES_INLINE void divideFour(int i, const float* a, const float* b, float* y) {

@@ -8,6 +8,7 @@
 //   +infinity, -infinity       +infinity, +0
 //   88.72283935546875 and up   +infinity, status 3
 //   below -103.97207641601562  +0, status 4
+#include <qor_core/_heap/lanes.hpp>
 #include <qor_core/_heap/powers_of_two.hpp>
 #include <qor_core/frame.hpp>
 
@@ -42,7 +43,7 @@ QORKES_INLINE void storeExp(float& y, const float& x) {
 
 /// Lanes with |x| of expLimitS or more, NaNs excepted.
 QORKES_INLINE int specialLanes(__m128 x) {
-    const __m128 magnitude = _mm_andnot_ps(_mm_set1_ps(-0.0f), x);
+    const __m128 magnitude = magnitudeOf(x);
     const __m128 isBeyond = _mm_cmpnlt_ps(magnitude, _mm_set1_ps(expLimitS));
     return _mm_movemask_ps(_mm_and_ps(isBeyond, _mm_cmpord_ps(x, x)));
 }
@@ -52,17 +53,16 @@ QORKES_INLINE int specialLanes(__m128 x) {
 QORKES_COLD void _qorsSpecLoop(int lanes, __m128 x, int i, const float* a, float* y) {
     float argument[4];
     _mm_storeu_ps(argument, x);
-    for (const float* lane = argument; lanes != 0; lanes >>= 1, ++lane, ++i) {
-        if ((lanes & 1) == 0) continue;
-        const uint32_t bits = bitsOf(*lane);
+    forEachLane(lanes, [&](int k) {
+        const uint32_t bits = bitsOf(argument[k]);
         const bool isNegative = bits & signBit;
         const uint32_t magnitude = bits & magnitudeBits;
-        if (isNegative && magnitude <= lastDenormal) continue;
-        y[i] = isNegative ? 0.0f : __builtin_inff();
+        if (isNegative && magnitude <= lastDenormal) return;
+        y[i + k] = isNegative ? 0.0f : __builtin_inff();
         if (magnitude != floatInfinity)
-            _ErrorGate(isNegative ? QOR_STATUS_UNDERFLOW : QOR_STATUS_OVERFLOW, i, a,
-                       y);
-    }
+            _ErrorGate(isNegative ? QOR_STATUS_UNDERFLOW : QOR_STATUS_OVERFLOW, i + k,
+                       a, y);
+    });
 }
 
 QORKES_INLINE void expOfFour(int i, const float* a, float* y) {

@@ -1,6 +1,7 @@
 // _qorsInv_HA: y = 1 / a in single precision, correctly rounded by divps.
 //
 //   a = +-0   the infinity of the same sign, status 2
+#include <qor_core/_heap/lanes.hpp>
 #include <qor_core/frame.hpp>
 
 using namespace qorkes;
@@ -11,8 +12,7 @@ constexpr char _QOR_THISFUNC_NAME[] = "_qorsInv_HA";
 constexpr auto _ErrorGate = errorGate<float, _QOR_THISFUNC_NAME>;
 
 QORKES_COLD void reportLanes(int lanes, int i, const float* a, float* y) {
-    for (; lanes != 0; lanes >>= 1, ++i)
-        if (lanes & 1) _ErrorGate(QOR_STATUS_SING, i, a, y);
+    forEachLane(lanes, [=](int k) { _ErrorGate(QOR_STATUS_SING, i + k, a, y); });
 }
 
 QORKES_INLINE void invertFour(int i, const float* a, float* y) {

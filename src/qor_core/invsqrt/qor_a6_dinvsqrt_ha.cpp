@@ -9,8 +9,7 @@
 //   +infinity             +0
 //   NaN                   the same NaN, quiet
 //   negative, -infinity   the NaN 0x7FF8A5A55A5A5A5A, status 1
-#include <qor_core/_heap/root_tables.hpp>
-#include <qor_core/frame.hpp>
+#include <qor_core/_heap/double_roots.hpp>
 
 using namespace qorkes;
 
@@ -44,37 +43,13 @@ QORKES_COLD void _qordInvSqrtScalar(int i, const double* a, double* y) {
         setWords(y[i], rootNaNHigh, rootNaNLow);
         _ErrorGate(QOR_STATUS_ERRDOM, i, a, y);
     } else {
-        double root;
-        const double scaled = round64(ext{a[i]} * denormalScale);
-        storeInverseRoot(root, sqrtTab, rootArgument(scaled));
-        y[i] = round64(ext{root} * rootOfDenormalScale);
+        y[i] = rootOfDenormal<storeInverseRoot>(sqrtTab, a[i], rootOfDenormalScale);
     }
-}
-
-QORKES_INLINE void inverseRootsOfFour(int i, const RootTable& table, const double* a,
-                                      double* y) {
-    prefetchAhead(a + i, 32);
-    if (!areFourPositiveNormal(a + i)) [[unlikely]] {
-        for (int k = 0; k < 4; ++k) _qordInvSqrtScalar(i + k, a, y);
-        return;
-    }
-    const RootArgumentPair low = rootArgumentPair(a + i);
-    const RootArgumentPair high = rootArgumentPair(a + i + 2);
-    storeInverseRoot(y[i], table, rootArgument(low, 0, a[i]));
-    storeInverseRoot(y[i + 1], table, rootArgument(low, 1, a[i + 1]));
-    storeInverseRoot(y[i + 2], table, rootArgument(high, 0, a[i + 2]));
-    storeInverseRoot(y[i + 3], table, rootArgument(high, 1, a[i + 3]));
-}
-
-QORKES_NOINLINE void inverseSquareRoots(int n, const double* a, double* y) {
-    const RootTable* table = inRegister(&sqrtTab);
-    inGroups<4>(
-        n, [=](int i) { inverseRootsOfFour(i, *table, a, y); },
-        [=](int i) { _qordInvSqrtScalar(i, a, y); });
 }
 
 } // namespace
 
 void _qordInvSqrt_HA(int n, const double* a, double* y) {
-    inFrame<Precision::bits64, Mxcsr::cleared, inverseSquareRoots>(n, a, y);
+    inFrame<Precision::bits64, Mxcsr::cleared,
+            roots<sqrtTab, storeInverseRoot, _qordInvSqrtScalar>>(n, a, y);
 }

@@ -9,8 +9,7 @@
 //   +infinity             the argument
 //   NaN                   the same NaN, quiet
 //   negative, -infinity   the NaN 0x7FF8A5A55A5A5A5A, status 1
-#include <qor_core/_heap/root_tables.hpp>
-#include <qor_core/frame.hpp>
+#include <qor_core/_heap/double_roots.hpp>
 
 using namespace qorkes;
 
@@ -40,37 +39,13 @@ QORKES_COLD void _qordSqrtScalar(int i, const double* a, double* y) {
         setWords(y[i], rootNaNHigh, rootNaNLow);
         _ErrorGate(QOR_STATUS_ERRDOM, i, a, y);
     } else {
-        double root;
-        const double scaled = round64(ext{a[i]} * denormalScale);
-        storeRoot(root, sqrtTab, rootArgument(scaled));
-        y[i] = round64(ext{root} * inverseOfRootScale);
+        y[i] = rootOfDenormal<storeRoot>(sqrtTab, a[i], inverseOfRootScale);
     }
-}
-
-QORKES_INLINE void rootsOfFour(int i, const RootTable& table, const double* a,
-                               double* y) {
-    prefetchAhead(a + i, 32);
-    if (!areFourPositiveNormal(a + i)) [[unlikely]] {
-        for (int k = 0; k < 4; ++k) _qordSqrtScalar(i + k, a, y);
-        return;
-    }
-    const RootArgumentPair low = rootArgumentPair(a + i);
-    const RootArgumentPair high = rootArgumentPair(a + i + 2);
-    storeRoot(y[i], table, rootArgument(low, 0, a[i]));
-    storeRoot(y[i + 1], table, rootArgument(low, 1, a[i + 1]));
-    storeRoot(y[i + 2], table, rootArgument(high, 0, a[i + 2]));
-    storeRoot(y[i + 3], table, rootArgument(high, 1, a[i + 3]));
-}
-
-QORKES_NOINLINE void squareRoots(int n, const double* a, double* y) {
-    const RootTable* table = inRegister(&sqrtTab);
-    inGroups<4>(
-        n, [=](int i) { rootsOfFour(i, *table, a, y); },
-        [=](int i) { _qordSqrtScalar(i, a, y); });
 }
 
 } // namespace
 
 void _qordSqrt_HA(int n, const double* a, double* y) {
-    inFrame<Precision::bits64, Mxcsr::cleared, squareRoots>(n, a, y);
+    inFrame<Precision::bits64, Mxcsr::cleared,
+            roots<sqrtTab, storeRoot, _qordSqrtScalar>>(n, a, y);
 }

@@ -51,7 +51,7 @@ QORKES_INLINE bool areRoots(__m128 rootSum) {
 QORKES_NOINLINE void sqrt_scalar(int i, const float* a, float* y) {
     const uint32_t bits = bitsOf(a[i]);
     const uint32_t magnitude = bits & magnitudeBits;
-    if (bits - 0x00800000u < 0x7F000000u) {
+    if (isPositiveNormalFloat(bits)) {
         _mm_store_ss(y + i, rootsOf(_mm_load_ss(a + i)));
     } else if (magnitude > floatInfinity) {
         _mm_store_ss(y + i, _mm_mul_ss(_mm_load_ss(a + i), _mm_set_ss(1.0f)));

@@ -11,24 +11,17 @@ using namespace qorkes;
 
 namespace {
 
-/// tan(r) = r A(r^2) / B(r^2)
-constexpr struct {
-    double A[2], B[3];
-} coefficients = {{1.0, -0x1.8867706ed6612p-4},
-                  {1.0, -0x1.b76f5e7f08c11p-2, 0x1.3e66ea6aa37f2p-7}};
-static_assert(coefficients.A[1] == -0.0958017723 && coefficients.B[1] == -0.429135777 &&
-              coefficients.B[2] == 0.00971685835);
+constexpr TangentCoefficients<2, 3> tangentCoefficients = {
+    {1.0, -0x1.8867706ed6612p-4}, {1.0, -0x1.b76f5e7f08c11p-2, 0x1.3e66ea6aa37f2p-7}};
+static_assert(tangentCoefficients.A[1] == -0.0958017723 &&
+              tangentCoefficients.B[1] == -0.429135777 &&
+              tangentCoefficients.B[2] == 0.00971685835);
 
 struct Tangent : FloatLimit<128000> {
     using Element = float;
     using Slot = double; // which holds all of 53 bits
+    static constexpr const auto& coefficients = tangentCoefficients;
 
-    QORKES_INLINE static void polynomials(ext r, ext& u, ext& v) {
-        const auto& k = *inRegister(&coefficients);
-        const ext r2 = r * r;
-        u = polynomial<2>(k.A, r2) * r;
-        v = polynomial<3>(k.B, r2);
-    }
     static void scalarCode(int i, const float* a, float* y) {
         _qorsTan_SC_HA(i, a, y, nullptr);
     }

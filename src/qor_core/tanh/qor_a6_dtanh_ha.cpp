@@ -8,8 +8,7 @@
 //   denormal                 the argument
 //   20 and up in magnitude   1 with the sign of a, infinities included
 //   NaN                      the same NaN, quiet; 1 with the sign of the NaN if its
-//   high
-//                            word without sign is 0x7FF00000
+//                            high word without sign is 0x7FF00000
 #include <qor_core/_heap/powers_of_two.hpp>
 #include <qor_core/frame.hpp>
 

@@ -74,11 +74,8 @@ template <class T> struct Envelope {
     Piece<T> piece[2]; // above t, below t
 };
 template <class T> Envelope<T> envelope(T p, T q, ext t, ext w, ext width) {
-    T reach[2], exponent[2];
-    store(reach[0], 1.0L / w);
-    store(reach[1], 1.0L / (1.0L - w));
-    store(exponent[0], 1.0L / p);
-    store(exponent[1], 1.0L / q);
+    T reach[2] = {rounded<T>(1.0L / w), rounded<T>(1.0L / (1.0L - w))};
+    const T exponent[2] = {rounded<T>(1.0L / p), rounded<T>(1.0L / q)};
     power(2, reach, exponent, reach);
     return {w,
             {{1, -1, exponent[1], reach[1] * (1.0L - t), t, 1.0L - p},
@@ -114,9 +111,7 @@ int bySwitching(StreamState* stream, int n, T* r, const Envelope<T>& envelope) {
 }
 
 template <class T> int _Atkinson1(StreamState* stream, int n, T* r, T p, T q) {
-    T s[2];
-    store(s[0], p * (1.0L - p));
-    store(s[1], q * (1.0L - q));
+    T s[2] = {rounded<T>(p * (1.0L - p)), rounded<T>(q * (1.0L - q))};
     squareRoot(2, s, s);
     const ext t = s[0] / (ext{s[1]} + s[0]);
     const ext w = q * t / ((1.0L - t) * p + q * t);
@@ -127,9 +122,7 @@ template <class T> int _Atkinson1(StreamState* stream, int n, T* r, T p, T q) {
 
 template <class T> int _Atkinson2(StreamState* stream, int n, T* r, T p, T q) {
     const ext t = (1.0L - p) / ((1.0L - p) + q);
-    T rest;
-    store(rest, 1.0L - t);
-    const ext e = powerOf(rest, q);
+    const ext e = powerOf(rounded<T>(1.0L - t), q);
     const ext w = q * t / (e * p + q * t);
     return bySwitching(stream, n, r, envelope(p, q, t, w, 1.0L));
 }
@@ -140,9 +133,7 @@ template <class T> int _Atkinson2(StreamState* stream, int n, T* r, T p, T q) {
 template <class T> int _Cheng(StreamState* stream, int n, T* r, T p, T q) {
     constexpr const auto& tab = betaTab(T());
     const ext s = ext{p} + q;
-    T b;
-    store(b, (s - tab.two) / (tab.two * ext{p} * q - s));
-    b = squareRootOf(b);
+    const T b = squareRootOf(rounded<T>((s - tab.two) / (tab.two * ext{p} * q - s)));
     const ext g = 1.0L / b + p;
     OfPart<T> x, odds, power;
     T pair[2 * attemptsOfPart];
@@ -174,9 +165,7 @@ template <class T> int _Cheng(StreamState* stream, int n, T* r, T p, T q) {
 template <class T> int powersOfUniforms(StreamState* stream, int n, T* r, T shape) {
     const int status = uniforms(stream, n, r);
     if (failed(status)) return status;
-    T exponent;
-    store(exponent, 1.0L / shape);
-    power(n, r, exponent, r);
+    power(n, r, rounded<T>(1.0L / shape), r);
     return status;
 }
 
@@ -202,9 +191,7 @@ QORKES_INLINE int betas(StreamState* stream, int n, T* r, T p, T q, T a, T beta)
     } else if (q == tab.one) {
         status = powersOfUniforms(stream, n, r, p);
     } else {
-        T end;
-        store(end, ext{a} + beta);
-        return uniforms(stream, n, r, a, end);
+        return uniforms(stream, n, r, a, rounded<T>(ext{a} + beta));
     }
     if (failed(status)) return status;
     if (mirrored)

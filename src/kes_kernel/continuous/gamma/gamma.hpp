@@ -76,8 +76,7 @@ template <class T> int drawAttempts(StreamState* stream, int m, T* A, T* B) {
 /// True if the uniform u lies below the ratio of the densities at v = (1 + c x)^3,
 /// where the squeeze could not tell.
 template <class T> QORKES_COLD bool isBelowRatio(T u, ext xx, ext v, ext d) {
-    T pair[2] = {u, {}};
-    store(pair[1], v);
+    T pair[2] = {u, rounded<T>(v)};
     logarithm(2, pair, pair);
     return GammaTraits<T>::tab.half * xx +
                (GammaTraits<T>::tab.one + ext{pair[1]} - v) * d >
@@ -105,9 +104,7 @@ int takeCubes(int attempts, const Round<T>& round, T c, ext d, T* r) {
 /// come in pairs, waits in a chunk of the stream.
 template <class T> int _Marsaglia(StreamState* stream, int n, T* r, T alpha) {
     const ext d = ext{alpha} - GammaTraits<T>::tab.third;
-    T c;
-    store(c, 1.0L / (ext{alpha} * 9.0L - 3.0L));
-    c = squareRootOf(c);
+    const T c = squareRootOf(rounded<T>(1.0L / (ext{alpha} * 9.0L - 3.0L)));
     CarriedAttempt<T>* waiting;
     int status = chunkOf(stream, GammaTraits<T>::chunk, waiting, {-1, 0});
     if (failed(status)) return status;
@@ -144,10 +141,8 @@ template <class T> int _Marsaglia(StreamState* stream, int n, T* r, T alpha) {
 /// Below a Weibull envelope, for shapes not much below 1: Vaduva (1977).
 template <class T> int _Vaduva(StreamState* stream, int n, T* r, T alpha) {
     const ext rest = 1.0L - alpha;
-    T ia, top;
-    store(ia, 1.0L / alpha);
-    store(top, alpha / rest * logarithmOf(alpha));
-    const ext w = rest * exponentialOf(top);
+    const T ia = rounded<T>(1.0L / alpha);
+    const ext w = rest * exponentialOf(rounded<T>(alpha / rest * logarithmOf(alpha)));
     OfPart<T> E1, E2, W;
     return byAttempts(
         stream, n, r, W,
@@ -165,8 +160,7 @@ template <class T> int _Vaduva(StreamState* stream, int n, T* r, T alpha) {
 /// is a uniform below 1 - alpha and an exponential y above. Devroye (1986).
 template <class T> int _EPDTransform(StreamState* stream, int n, T* r, T alpha) {
     const ext ia = 1.0L / alpha, b = 1.0L - alpha;
-    T exponent;
-    store(exponent, ia);
+    const T exponent = rounded<T>(ia);
     OfPart<T> x, E, y, above;
     OfPart<int> places; // of the attempts above
     return byAttempts(

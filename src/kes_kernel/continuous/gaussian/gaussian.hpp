@@ -44,7 +44,7 @@ QORKES_INLINE int drawPairs(StreamState* stream, int count, T* u, T* first) {
     return status;
 }
 
-// ---- Method 0: the sine value of every pair ----------------------------------------
+// ---- Method 0: the sine value of every pair -----------------------------------------
 
 template <class T>
 QORKES_NOINLINE int boxMuller(StreamState* stream, int n, T* r, T a, T sigma) {
@@ -63,7 +63,7 @@ QORKES_NOINLINE int boxMuller(StreamState* stream, int n, T* r, T a, T sigma) {
     return status;
 }
 
-// ---- Method 1: both values of every pair -------------------------------------------
+// ---- Method 1: both values of every pair --------------------------------------------
 
 /// r[2 i] = distance[i] * sine[i], r[2 i + 1] = distance[i] * cosine[i].
 QORKES_INLINE void bothValues(int n, const double* distance, const double* sine,
@@ -98,9 +98,7 @@ template <bool ofCosine, class T> QORKES_INLINE T valueOf(CarriedPair<T>& pair) 
     else
         quickSine(1, &wave, &wave);
     distances(1, &distance);
-    T value;
-    store(value, ext{distance} * wave);
-    return value;
+    return rounded<T>(ext{distance} * wave);
 }
 
 template <class T>

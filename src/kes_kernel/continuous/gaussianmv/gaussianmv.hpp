@@ -74,8 +74,9 @@ QORKES_INLINE int gaussianVectors(int method, StreamState* stream, int n, T* r,
         const bool isPacked = mstorage == KesMatrixStoragePacked;
         if (failed(mixByTriangle(n, r, dimen, isPacked, a, t)))
             return KesStatusNoMemory;
-    } else if (mstorage == KesMatrixStorageDiagonal)
+    } else if (mstorage == KesMatrixStorageDiagonal) {
         mixByDiagonal(n, r, dimen, a, t);
+    }
     return status;
 }
 

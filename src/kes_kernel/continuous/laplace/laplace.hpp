@@ -1,5 +1,5 @@
-// Laplace variates: of the two uniforms of each the first gives the distance from a,
-// the second the side.
+// Laplace variates, a -+ beta ln(u): of the two uniforms of each the first, u, gives
+// the distance from a, the second the side.
 #pragma once
 
 #include <kes_kernel/frame.hpp>
@@ -7,7 +7,8 @@
 
 namespace qorkes {
 
-/// r[i] = r[i] * -+beta + a, below 0 where side[i] is at most a half.
+/// r[i] = r[i] * factor + a: the factor is beta, or -beta where side[i] is at most a
+/// half.
 QORKES_INLINE void scaleBySides(int n, double* r, const double* side, double a,
                                 double beta) {
     const double factors[2] = {beta, -beta};

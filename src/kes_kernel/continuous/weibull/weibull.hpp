@@ -11,11 +11,9 @@ template <class T>
 QORKES_INLINE int weibulls(StreamState* stream, int n, T* r, T alpha, T a, T beta) {
     const int status = uniforms(stream, n, r);
     if (failed(status)) return status;
-    T exponent;
-    store(exponent, ext{1} / alpha);
     logarithm(n, r, r);
     negate(n, r);
-    power(n, r, exponent, r);
+    power(n, r, rounded<T>(1.0L / alpha), r);
     scale(n, r, beta, a);
     return status;
 }

@@ -25,6 +25,7 @@ constexpr int reach = 32;
 constexpr ext greatestTableMean = 30;
 constexpr ext leastSqueezedDistance = 20;
 constexpr double sixth = 0x1.5555555555555p-3;
+static_assert(hasPattern(sixth, 0x3FC5555555555555));
 
 // Half the base of the triangle, and the height of the parallelograms.
 constexpr double base[] = {2.195, 4.6};
@@ -45,14 +46,14 @@ struct Envelope {
     double variance;
     double peak; // mean + p
     double mode;
-    double triangle;                   // area, and half the base
-    double sides, leftTail, rightTail; // areas up to and with these regions
-    double centre, left, right;        // of the triangle's base
-    double leftRate, rightRate;        // of the tails
-    double perLeftRate, perRightRate;  // 1 / leftRate and so on
-    double height, perHeight;          // of the parallelograms
-    double perTriangle;
-    double perVariance;
+    double triangle;                          // area, and half the base
+    double sides, leftTail, rightTail;        // areas up to and with these regions
+    double centre, left, right;               // of the triangle's base
+    double leftRate, rightRate;               // of the tails
+    double inverseLeftRate, inverseRightRate; // 1 / leftRate and so on
+    double height, inverseHeight;             // of the parallelograms
+    double inverseTriangle;
+    double inverseVariance;
     double odds;
     double down[reach], up[reach]; // f(mode -+ (i + 1)) / f(mode)
 };
@@ -138,11 +139,11 @@ void build(Envelope& e, const Trials& trials) {
     e.sides = round64(e.triangle * (1 + 2 * ext{e.height}));
     e.leftTail = round64(e.sides + ext{e.height} / e.leftRate);
     e.rightTail = round64(e.leftTail + ext{e.height} / e.rightRate);
-    e.perLeftRate = round64(1 / ext{e.leftRate});
-    e.perRightRate = round64(1 / ext{e.rightRate});
-    e.perHeight = round64(1 / ext{e.height});
-    e.perTriangle = round64(1 / ext{e.triangle});
-    e.perVariance = round64(1 / ext{e.variance});
+    e.inverseLeftRate = round64(1 / ext{e.leftRate});
+    e.inverseRightRate = round64(1 / ext{e.rightRate});
+    e.inverseHeight = round64(1 / ext{e.height});
+    e.inverseTriangle = round64(1 / ext{e.triangle});
+    e.inverseVariance = round64(1 / ext{e.variance});
     e.odds = round64(p / q);
     buildRatios(e, trials);
 }
@@ -191,8 +192,8 @@ bool isAccepted(const Envelope& e, const Trials& trials, int32_t y, ext v) {
     if (k <= leastSqueezedDistance || k >= 0.5L * e.variance - 1)
         return underRatio(e, trials, y, v);
     const ext square = k * (k * third + 0.625L) + sixth;
-    const ext margin = k * e.perVariance * (square * e.perVariance + 0.5L);
-    const ext normal = -k * k * 0.5L * e.perVariance;
+    const ext margin = k * e.inverseVariance * (square * e.inverseVariance + 0.5L);
+    const ext normal = -k * k * 0.5L * e.inverseVariance;
     const double rounded = round64(v);
     const RoughLog rough = roughLog(rounded);
     if (rough.greatest < normal - margin) return true;
@@ -212,16 +213,16 @@ QORKES_INLINE bool attempt(const Envelope& e, const Trials& trials, double first
         return true;
     }
     if (u <= e.sides) {
-        const ext x = (u - e.triangle) * e.perHeight + e.left;
-        v = v * e.height + 1 - std::fabs(e.centre - x) * e.perTriangle;
+        const ext x = (u - e.triangle) * e.inverseHeight + e.left;
+        v = v * e.height + 1 - std::fabs(e.centre - x) * e.inverseTriangle;
         if (v > 1) return false;
         y = truncate(x);
     } else if (u <= e.leftTail) {
-        y = truncate(ext{logarithmOf(second)} * e.perLeftRate + e.left);
+        y = truncate(ext{logarithmOf(second)} * e.inverseLeftRate + e.left);
         if (y < 0) return false;
         v = (u - e.sides) * e.leftRate * v;
     } else {
-        y = truncate(-ext{logarithmOf(second)} * e.perRightRate + e.right);
+        y = truncate(-ext{logarithmOf(second)} * e.inverseRightRate + e.right);
         if (y > trials.count) return false;
         v = (u - e.leftTail) * e.rightRate * v;
     }

@@ -7,11 +7,11 @@
 namespace qorkes {
 namespace {
 
-constexpr int blockLength = 256;
+constexpr int blockSize = 256;
 
 /// r[i] = truncate(x[i] * c), where x may be r.
 QORKES_NOINLINE void truncateProducts(int n, const FloatInPlace* x, ext c, int32_t* r) {
-    double product[blockLength];
+    double product[blockSize];
     for (int i = 0; i < n; ++i) product[i] = round64(x[i] * c);
     truncateAll(n, product, r);
 }
@@ -26,7 +26,7 @@ int _kesiRngGeometric(int, StreamState* stream, int n, int32_t* r, double p) {
     const int status = uniforms(stream, n, x);
     if (failed(status)) return status;
     logarithm(n, x, x);
-    for (int i = 0; i < n; i += blockLength)
-        truncateProducts(n - i < blockLength ? n - i : blockLength, x + i, c, r + i);
+    for (int i = 0; i < n; i += blockSize)
+        truncateProducts(std::min(n - i, blockSize), x + i, c, r + i);
     return status;
 }

@@ -55,10 +55,10 @@ struct Envelope {
     double from, to;                       // the rectangle's base
     // One half more than the numbers whose factorials divide the mode's probability.
     double values, restOfFew, restOfSample, restOfMany;
-    double leftRate, rightRate;       // of the tails
-    double perLeftRate, perRightRate; // 1 / leftRate and so on
-    double logFactorials;             // the sum of these factorials' logarithms
-    double down[reach], up[reach];    // f(mode -+ (i + 1)) / f(mode)
+    double leftRate, rightRate;               // of the tails
+    double inverseLeftRate, inverseRightRate; // 1 / leftRate and so on
+    double logFactorials;                     // the sum of these factorials' logarithms
+    double down[reach], up[reach];            // f(mode -+ (i + 1)) / f(mode)
 };
 
 /// The chunk. A lot of nothing, which a new one is for, has one result and no table.
@@ -143,12 +143,8 @@ int32_t entriesOf(const Folded& lot) { return std::min(lot.greatest + 1, tableSi
 void build(double* cumulative, const Folded& lot) {
     const ext none = logFactorial(lot.many) + logFactorial(lot.lot - lot.sample) -
                      logFactorial(lot.many - lot.sample) - logFactorial(lot.lot);
-    ext probability = exponentialOf(round64(none)), sum = 0;
-    for (int32_t x = 0; x < entriesOf(lot); ++x) {
-        sum += probability;
-        cumulative[x] = round64(sum);
-        probability = timesUp(lot, probability, x);
-    }
+    cumulateUpwards(entriesOf(lot), exponentialOf(round64(none)), cumulative,
+                    [&](int32_t x, ext term) { return timesUp(lot, term, x); });
 }
 
 int search(const double* cumulative, const Folded& lot, StreamState* stream, int n,
@@ -186,8 +182,8 @@ void build(Envelope& e, const Folded& lot) {
     e.rectangle = round64(2 * half);
     e.leftTail = round64(e.rectangle + relative(truncate(e.from)) / e.leftRate);
     e.rightTail = round64(e.leftTail + relative(truncate(e.to) - 1) / e.rightRate);
-    e.perLeftRate = round64(1 / ext{e.leftRate});
-    e.perRightRate = round64(1 / ext{e.rightRate});
+    e.inverseLeftRate = round64(1 / ext{e.leftRate});
+    e.inverseRightRate = round64(1 / ext{e.rightRate});
     ext up = 1, down = 1;
     for (int i = 0; i < reach; ++i) {
         e.up[i] = round64(up = timesUp(lot, up, mode + i));
@@ -250,11 +246,11 @@ QORKES_INLINE bool attempt(const Envelope& e, const Folded& lot, double first,
     if (u <= e.rectangle) {
         y = truncate(u + e.from);
     } else if (u <= e.leftTail) {
-        y = truncate(ext{logarithmOf(second)} * e.perLeftRate + e.from);
+        y = truncate(ext{logarithmOf(second)} * e.inverseLeftRate + e.from);
         if (y < 0) return false;
         v = (u - e.rectangle) * e.leftRate * v;
     } else {
-        y = truncate(-ext{logarithmOf(second)} * e.perRightRate + e.to);
+        y = truncate(-ext{logarithmOf(second)} * e.inverseRightRate + e.to);
         if (y > lot.greatest) return false;
         v = (u - e.leftTail) * e.rightRate * v;
     }

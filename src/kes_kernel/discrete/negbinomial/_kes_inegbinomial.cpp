@@ -52,7 +52,7 @@ struct Triangle {
 };
 
 struct Tail {
-    double perLogRatio, from, height;
+    double inverseLogRatio, from, height;
 };
 
 enum Region { rectangle, rightTriangle, leftTriangle, rightTail, leftTail, regions };
@@ -84,12 +84,9 @@ void build(double* cumulative, const Law& law) {
     const double p = round64(law.p);
     double first;
     power(1, &p, law.a, &first);
-    ext term = first, sum = 0;
-    for (int k = 0; k < tableSize; ++k) {
-        sum += term;
-        cumulative[k] = round64(sum);
-        term = (law.a + ext(k)) * law.q * term / ext(k + 1);
-    }
+    cumulateUpwards(tableSize, first, cumulative, [&](int32_t x, ext term) {
+        return (law.a + ext(x)) * law.q * term / ext(x + 1);
+    });
 }
 
 int search(const double* cumulative, const Law& law, StreamState* stream, int n,
@@ -325,7 +322,7 @@ QORKES_INLINE bool attempt(const Envelope& e, const Law& law, Roots& roots, doub
     }
     const bool isRight = u <= e.area[rightTail];
     const Tail& end = isRight ? e.rightEnd : e.leftEnd;
-    y = truncate(ext{end.perLogRatio} * logarithmOf(v) + end.from);
+    y = truncate(ext{end.inverseLogRatio} * logarithmOf(v) + end.from);
     const ext inside = ext{u} - e.area[isRight ? leftTriangle : rightTail];
     const ext height = inside * v * end.height;
     if (isRight) return isUnderRight(e, law, y, height);

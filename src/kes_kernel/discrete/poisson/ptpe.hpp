@@ -18,37 +18,45 @@
 namespace qorkes {
 namespace ptpe {
 
+constexpr int chunkId = 3;
+constexpr int blockSize = 512;
+constexpr int tableSize = 32;
+constexpr int reach = 16;
+
 constexpr double leastMean = 27; // of the rejection method
 constexpr int squeezedMode = 100, squeezedValue = 50;
-constexpr double triangle[] = {0x1.18f5c28f5c28fp+1, 0x1.199999999999ap+1};
-constexpr double shoulder[] = {0x1.10624dd2f1aap-3, 0x1.11eb851eb851fp+3,
-                               0x1.b51eb851eb852p+2};
-constexpr double leftTail[] = {0x1.be76c8b439581p-4, 0x1.08p+3, 0x1.5b851eb851eb8p+3};
-constexpr double margins[] = {0x1.b866e43aa79bcp-11, 0x1.0624dd2f1a9fcp-8};
-static_assert(hasPattern(triangle[0], 0x40018F5C28F5C28F)); // 2.195
-static_assert(hasPattern(triangle[1], 0x400199999999999A)); // 2.2
-static_assert(hasPattern(shoulder[0], 0x3FC10624DD2F1AA0)); // 0.133
-static_assert(hasPattern(shoulder[1], 0x40211EB851EB851F)); // 8.56
-static_assert(hasPattern(shoulder[2], 0x401B51EB851EB852)); // 6.83
-static_assert(hasPattern(leftTail[0], 0x3FBBE76C8B439581)); // 0.109
-static_assert(hasPattern(leftTail[1], 0x4020800000000000)); // 8.25
-static_assert(hasPattern(leftTail[2], 0x4025B851EB851EB8)); // 10.86
-static_assert(hasPattern(margins[0], 0x3F4B866E43AA79BC));  // 0.00084
-static_assert(hasPattern(margins[1], 0x3F70624DD2F1A9FC));  // 0.004
 
-constexpr int blockLength = 512, ratios = 16, searched = 32;
+// Half the base of the triangle, the height of the parallelograms, the area of the left
+// tail, and what the bounds of the logarithm are widened by.
+constexpr double base[] = {2.195, 2.2};
+constexpr double side[] = {0.133, 8.56, 6.83};
+constexpr double tail[] = {0.109, 8.25, 10.86};
+constexpr double margins[] = {0.00084, 0.004};
+static_assert(hasPattern(base[0], 0x40018F5C28F5C28F));
+static_assert(hasPattern(base[1], 0x400199999999999A));
+static_assert(hasPattern(side[0], 0x3FC10624DD2F1AA0));
+static_assert(hasPattern(side[1], 0x40211EB851EB851F));
+static_assert(hasPattern(side[2], 0x401B51EB851EB852));
+static_assert(hasPattern(tail[0], 0x3FBBE76C8B439581));
+static_assert(hasPattern(tail[1], 0x4020800000000000));
+static_assert(hasPattern(tail[2], 0x4025B851EB851EB8));
+static_assert(hasPattern(margins[0], 0x3F4B866E43AA79BC));
+static_assert(hasPattern(margins[1], 0x3F70624DD2F1A9FC));
 
 /// The stream's chunk: two set-ups, each with the mean it is for.
 struct Setup {
     double mean;
     double mode, inverseMode, inverseModeCubed, logOfModeByMean;
-    double p1, p2, p3, p4; // areas up to the triangle's end, the parallelograms', ...
-    double height, inverseHeight, inverseP1;
-    double middle, left, right;
-    double lambdaL, lambdaR, inverseLambdaL, inverseLambdaR;
-    double down[ratios], up[ratios]; // probability k below or above the mode by its own
+    double triangle;                          // area, and half the base
+    double sides, leftTail, rightTail;        // areas up to and with these regions
+    double height, inverseHeight;             // of the parallelograms
+    double inverseTriangle;                   // 1 / triangle
+    double centre, left, right;               // of the triangle's base
+    double leftRate, rightRate;               // of the tails
+    double inverseLeftRate, inverseRightRate; // 1 / leftRate and so on
+    double down[reach], up[reach]; // probability k below or above the mode by its own
     double searchMean;
-    double cumulative[searched];
+    double cumulative[tableSize];
 };
 static_assert(sizeof(Setup) == 672);
 
@@ -59,12 +67,13 @@ inline Setup emptySetup() {
     return setup;
 }
 
-// ---- Search ----
+// ---- Search -------------------------------------------------------------------------
 
 inline void setUpSearch(Setup& s, double mean) {
-    double term[searched];
+    double term[tableSize];
     term[0] = exponentialOf(-mean);
-    for (int k = 1; k < searched; ++k) term[k] = round64(term[k - 1] * (ext{mean} / k));
+    for (int k = 1; k < tableSize; ++k)
+        term[k] = round64(term[k - 1] * (ext{mean} / k));
     cumulate(term, s.cumulative);
     s.searchMean = mean;
 }
@@ -73,10 +82,10 @@ inline int drawSearched(StreamState* stream, int n, int32_t* r, double mean, Set
     if (mean != s.searchMean) setUpSearch(s, mean);
     const int32_t last = mean == 0 ? 0 : std::numeric_limits<int32_t>::max();
     const auto next = [mean](int32_t x, ext term) { return term * mean / x; };
-    return searchInto<blockLength>(stream, n, r, {s.cumulative, searched}, last, next);
+    return searchInto<blockSize>(stream, n, r, {s.cumulative, tableSize}, last, next);
 }
 
-// ---- Rejection ----
+// ---- Rejection ----------------------------------------------------------------------
 
 inline void setUpRejection(Setup& s, double mean) {
     const ext lambda = mean;
@@ -86,24 +95,24 @@ inline void setUpRejection(Setup& s, double mean) {
     s.inverseMode = round64(1 / m);
     s.inverseModeCubed = round64(1 / (m * m * m));
     s.logOfModeByMean = logarithmOf(round64(m / lambda));
-    s.p1 = truncate(triangle[0] * ext{squareRootOf(s.mode)} - triangle[1]) + 0.5;
-    s.height = round64(shoulder[0] + shoulder[1] / (shoulder[2] + lambda));
+    s.triangle = truncate(base[0] * ext{squareRootOf(s.mode)} - base[1]) + 0.5;
+    s.height = round64(side[0] + side[1] / (side[2] + lambda));
     s.inverseHeight = round64(1 / ext{s.height});
-    s.inverseP1 = round64(1 / ext{s.p1});
-    s.middle = round64(m + 0.5);
-    s.left = round64(ext{s.middle} - s.p1);
-    s.right = round64(ext{s.middle} + s.p1);
+    s.inverseTriangle = round64(1 / ext{s.triangle});
+    s.centre = round64(m + 0.5);
+    s.left = round64(ext{s.centre} - s.triangle);
+    s.right = round64(ext{s.centre} + s.triangle);
     const ext al = (lambda - s.left) / lambda, ar = (s.right - lambda) / s.right;
-    s.lambdaL = round64(al * (0.5L * al + 1));
-    s.lambdaR = round64(ar * (0.5L * ar + 1));
-    s.inverseLambdaL = round64(1 / ext{s.lambdaL});
-    s.inverseLambdaR = round64(1 / ext{s.lambdaR});
-    s.p2 = round64(s.p1 * (2 * ext{s.height} + 1));
-    s.p3 = round64(s.p2 +
-                   (leftTail[0] + leftTail[1] / (leftTail[2] + lambda)) / s.lambdaL);
-    s.p4 = round64(s.p3 + ext{s.height} / s.lambdaR);
+    s.leftRate = round64(al * (0.5L * al + 1));
+    s.rightRate = round64(ar * (0.5L * ar + 1));
+    s.inverseLeftRate = round64(1 / ext{s.leftRate});
+    s.inverseRightRate = round64(1 / ext{s.rightRate});
+    s.sides = round64(s.triangle * (2 * ext{s.height} + 1));
+    s.leftTail =
+        round64(s.sides + (tail[0] + tail[1] / (tail[2] + lambda)) / s.leftRate);
+    s.rightTail = round64(s.leftTail + ext{s.height} / s.rightRate);
     ext down = 1, up = 1;
-    for (int k = 0; k < ratios; ++k) {
+    for (int k = 0; k < reach; ++k) {
         s.down[k] = round64(down *= (m - k) / lambda);
         s.up[k] = round64(up *= lambda / (m + (k + 1)));
     }
@@ -116,13 +125,13 @@ inline bool acceptedByRatio(const Setup& s, int y, double v) {
     const int k = y > mode ? y - mode : mode - y;
     if (k == 0) return !(v > 1);
     const double* table = y > mode ? s.up : s.down;
-    if (k <= ratios) return !(v > table[k - 1]);
-    ext f = table[ratios - 1];
+    if (k <= reach) return !(v > table[k - 1]);
+    ext f = table[reach - 1];
     if (v > f) return false;
     if (y > mode)
-        for (int j = mode + ratios; j < y;) f = f * lambda / ++j;
+        for (int j = mode + reach; j < y;) f = f * lambda / ++j;
     else
-        for (int j = mode - ratios; j > y; --j) f = f * j / lambda;
+        for (int j = mode - reach; j > y; --j) f = f * j / lambda;
     return !(v > f);
 }
 
@@ -167,13 +176,13 @@ struct Attempts {
 /// Candidates of the triangle, all accepted; the others wait in `rest`.
 QORKES_NOINLINE int proposeTriangle(const Setup& s, int n, const float* block,
                                     Attempts& attempts, int* rest) {
-    const ext p1 = s.p1, p4 = s.p4, middle = s.middle;
+    const ext triangle = s.triangle, rightTail = s.rightTail, centre = s.centre;
     int others = 0;
     for (int a = 0; a < n; ++a) {
-        const float u = attempts.u[a] = round32(block[2 * a] * p4);
+        const float u = attempts.u[a] = round32(block[2 * a] * rightTail);
         const ext v = attempts.v[a] = block[2 * a + 1];
-        attempts.y[a] = truncate(u + middle - p1 * v);
-        attempts.accepted[a] = u <= p1;
+        attempts.y[a] = truncate(u + centre - triangle * v);
+        attempts.accepted[a] = u <= triangle;
         rest[others] = a;
         others += !attempts.accepted[a];
     }
@@ -186,13 +195,14 @@ QORKES_NOINLINE void proposeParallelograms(const Setup& s, int n, const int* res
     for (int i = 0; i < n; ++i) {
         const int a = rest[i];
         const ext u = attempts.u[a], v = attempts.v[a];
-        if (!(u <= s.p2)) {
+        if (!(u <= s.sides)) {
             attempts.tails.add(a, attempts.v[a]);
             continue;
         }
-        const ext x = (u - s.p1) * s.inverseHeight + s.left, offset = s.middle - x;
-        const float height =
-            round32(v * s.height + 1 - (offset < 0 ? -offset : offset) * s.inverseP1);
+        const ext x = (u - s.triangle) * s.inverseHeight + s.left,
+                  offset = s.centre - x;
+        const float height = round32(
+            v * s.height + 1 - (offset < 0 ? -offset : offset) * s.inverseTriangle);
         attempts.y[a] = truncate(x);
         if (!(height > 1)) attempts.open.add(a, height);
     }
@@ -204,11 +214,11 @@ QORKES_NOINLINE void proposeTails(const Setup& s, Attempts& attempts) {
     for (int i = 0; i < tails.count; ++i) {
         const int a = tails.attempt[i];
         const ext u = attempts.u[a], v = attempts.v[a], logV = tails.v[i];
-        const bool onRight = !(u <= s.p3);
-        const ext w = onRight ? -logV * s.inverseLambdaR + s.right
-                              : logV * s.inverseLambdaL + s.left;
-        const ext height =
-            onRight ? (u - s.p3) * v * s.lambdaR : (u - s.p2) * v * s.lambdaL;
+        const bool onRight = !(u <= s.leftTail);
+        const ext w = onRight ? -logV * s.inverseRightRate + s.right
+                              : logV * s.inverseLeftRate + s.left;
+        const ext height = onRight ? (u - s.leftTail) * v * s.rightRate
+                                   : (u - s.sides) * v * s.leftRate;
         attempts.y[a] = truncate(w);
         if (onRight || !(w < 0)) attempts.open.add(a, round32(height));
     }
@@ -238,7 +248,7 @@ inline int drawRejected(StreamState* stream, int n, int32_t* r, double mean, Set
     int status = KesStatusOk;
     for (int i = 0; i < n;) {
         float block[2 * mostAttempts];
-        const int count = n - i < mostAttempts ? n - i : mostAttempts;
+        const int count = std::min(n - i, mostAttempts);
         status = uniforms(stream, 2 * count, block);
         if (failed(status)) return status;
         Attempts attempts;
@@ -262,7 +272,7 @@ inline int drawRejected(StreamState* stream, int n, int32_t* r, double mean, Set
 
 inline int _viRngPoissonPtpe(StreamState* stream, int n, int32_t* r, double mean) {
     ptpe::Setup* setup;
-    if (const int status = chunkOf(stream, 3, setup, ptpe::emptySetup());
+    if (const int status = chunkOf(stream, ptpe::chunkId, setup, ptpe::emptySetup());
         failed(status))
         return status;
     return mean < ptpe::leastMean ? ptpe::drawSearched(stream, n, r, mean, *setup)

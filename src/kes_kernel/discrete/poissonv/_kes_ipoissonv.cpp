@@ -8,12 +8,12 @@
 namespace qorkes {
 namespace {
 
-constexpr int blockLength = 256;
+constexpr int blockSize = 256;
 
 /// Variates of n normals, in their place.
 QORKES_NOINLINE void mapBlock(int n, int32_t* r, const double* mean) {
     using namespace vector_mapping;
-    double roots[blockLength];
+    double roots[blockSize];
     squareRoot(n, mean, roots);
     for (int i = 0; i < n; ++i) {
         const float z = reinterpret_cast<const FloatInPlace*>(r)[i];
@@ -31,7 +31,7 @@ int _kesiRngPoissonV(int, StreamState* stream, int n, int32_t* r,
     const int status =
         _kessRngGaussian(1, stream, n, reinterpret_cast<FloatInPlace*>(r), 0, 1);
     if (failed(status)) return status;
-    for (int i = 0; i < n; i += blockLength)
-        mapBlock(n - i < blockLength ? n - i : blockLength, r + i, lambda + i);
+    for (int i = 0; i < n; i += blockSize)
+        mapBlock(std::min(n - i, blockSize), r + i, lambda + i);
     return status;
 }

@@ -7,7 +7,7 @@
 namespace qorkes {
 namespace {
 
-constexpr int blockLength = 1024;
+constexpr int blockSize = 1024;
 
 int drawFloors(StreamState* stream, int n, DoubleInPlace* x, int32_t* r, int32_t a,
                int32_t b) {
@@ -22,14 +22,14 @@ int drawFloors(StreamState* stream, int n, DoubleInPlace* x, int32_t* r, int32_t
 int _kesiRngUniform(int, StreamState* stream, int n, int32_t* r, int32_t a, int32_t b) {
     using namespace qorkes;
     int status = KesStatusOk;
-    if (const int half = n >> 1; half > blockLength) {
+    if (const int half = n >> 1; half > blockSize) {
         status = drawFloors(stream, half, reinterpret_cast<DoubleInPlace*>(r), r, a, b);
         r += half;
         n -= half;
     }
     while (n > 0 && !failed(status)) {
-        double block[blockLength];
-        const int count = n < blockLength ? n : blockLength;
+        double block[blockSize];
+        const int count = std::min(n, blockSize);
         status = drawFloors(stream, count, block, r, a, b);
         r += count;
         n -= count;
