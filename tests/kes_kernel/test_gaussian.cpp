@@ -152,9 +152,9 @@ template <class T> T mixedElement(int i, int mstorage, const T* z, const T* a) {
     if (mstorage == KesMatrixStorageDiagonal) return scaled(z[i], t(i), a[i]);
     if (mstorage > KesMatrixStorageDiagonal) return z[i];
     T sum;
-    store(sum, ext{t(0)} * z[0]);
+    storeRounded(sum, ext{t(0)} * z[0]);
     for (int j = 1; j <= i; ++j) sum = scaled(z[j], t(j), sum);
-    store(sum, ext{sum} + a[i]);
+    storeRounded(sum, ext{sum} + a[i]);
     return sum;
 }
 
