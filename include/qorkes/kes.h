@@ -723,7 +723,8 @@ QORKES_API int _kessRngGaussian(int method, StreamState* stream, int n, float* r
  *   another number             r keeps standard normal numbers; no failure
  *
  * Full and packed factors need an array of dimen elements from malloc: r keeps standard
- * normal numbers when there is none (KesStatusNoMemory).
+ * normal numbers when there is none (KesStatusNoMemory). That n * dimen stays below 2^31
+ * is not checked.
  */
 #define KesMatrixStorageFull     0
 #define KesMatrixStoragePacked   1

@@ -16,6 +16,10 @@ static_assert(__LDBL_MANT_DIG__ == 64, "ext is the 80-bit format of the x87 unit
 QORKES_INLINE double round64(ext x) { return static_cast<double>(x); }
 QORKES_INLINE float round32(ext x) { return static_cast<float>(x); }
 
+/// The same, to the type of the number that x goes to.
+QORKES_INLINE void store(double& y, ext x) { y = round64(x); }
+QORKES_INLINE void store(float& y, ext x) { y = round32(x); }
+
 /// A NaN with its quiet bit set; a signaling one raises invalid.
 QORKES_INLINE double quietNaN(double x) { return round64(ext{x} + x); }
 

@@ -14,9 +14,6 @@
 
 namespace qorkes {
 
-QORKES_INLINE void store(double& r, ext x) { r = round64(x); }
-QORKES_INLINE void store(float& r, ext x) { r = round32(x); }
-
 /// x as a number of this type.
 template <class T> QORKES_INLINE T rounded(ext x) {
     T result;

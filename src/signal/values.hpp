@@ -24,7 +24,5 @@ QORKES_INLINE Single operator*(Single a, Single b) {
 QORKES_INLINE ext valueOf(const double& x) { return x; }
 QORKES_INLINE Single valueOf(const float& x) { return {_mm_load_ss(&x)}; }
 QORKES_INLINE void store(float& y, Single x) { _mm_store_ss(&y, x.lane); }
-QORKES_INLINE void store(double& y, ext x) { y = round64(x); }
-QORKES_INLINE void store(float& y, ext x) { y = round32(x); }
 
 } // namespace qorkes

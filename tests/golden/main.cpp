@@ -32,33 +32,44 @@ void print() {
     for (const GoldenRow& row : goldenRows()) std::cout << lineOf(row) << '\n';
 }
 
-std::vector<std::string> linesOf(const std::string& path) {
-    std::ifstream in(path);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);) lines.push_back(line);
-    if (lines.empty()) throw std::runtime_error("cannot read " + path);
-    return lines;
-}
+/// What a file says of the unit, and its lines by the names in them.
+struct Golden {
+    std::string unit;
+    std::map<std::string, std::string> lines;
+
+    explicit Golden(const std::string& path) {
+        std::ifstream in(path);
+        if (!std::getline(in, unit)) throw std::runtime_error("cannot read " + path);
+        for (std::string line; std::getline(in, line);)
+            lines[line.substr(0, line.find(": "))] = line;
+    }
+    /// The line of a row, which then is not expected any more.
+    std::string take(const std::string& name) {
+        const auto node = lines.extract(name);
+        return node ? node.mapped() : "nothing";
+    }
+};
 
 /// Every line of the file must be there again, and no other.
 int check(const std::string& path) {
-    const std::vector<std::string> wanted = linesOf(path);
-    const bool isSameUnit = wanted[0] == unitLine();
-    const std::vector<GoldenRow> rows = goldenRows();
-    int differences = 0, left = 0;
-    for (std::size_t i = 0; i < std::max(rows.size(), wanted.size() - 1); ++i) {
-        const std::string line = i < rows.size() ? lineOf(rows[i]) : "nothing";
-        const std::string old = i + 1 < wanted.size() ? wanted[i + 1] : "nothing";
-        if (line == old) continue;
-        if (!isSameUnit && i < rows.size() && rows[i].usesUnit) {
+    Golden golden(path);
+    const bool isSameUnit = golden.unit == unitLine();
+    int compared = 0, differences = 0, left = 0;
+    const auto differ = [&](const std::string& was, const std::string& is) {
+        std::cout << "was " << was << "\nis  " << is << '\n';
+        ++differences;
+    };
+    for (const GoldenRow& row : goldenRows()) {
+        const std::string was = golden.take(row.name), is = lineOf(row);
+        if (was != is && row.usesUnit && !isSameUnit) {
             ++left;
             continue;
         }
-        std::cout << "was " << old << "\nis  " << line << '\n';
-        ++differences;
+        ++compared;
+        if (was != is) differ(was, is);
     }
-    std::cout << rows.size() - static_cast<std::size_t>(left) << " rows compared, "
-              << differences << " differ";
+    for (const auto& [name, line] : golden.lines) differ(line, "nothing");
+    std::cout << compared << " rows compared, " << differences << " differ";
     if (left > 0)
         std::cout << "; " << left << " are this processor's own and were left out";
     std::cout << '\n';

@@ -47,10 +47,10 @@ template <class T> struct Uniforms {
     }
 };
 
-inline void store(double& r, ext x) { r = round64(x); }
+inline void storeRounded(double& r, ext x) { r = round64(x); }
 /// By way of memory: the compiler makes one float operation of a sum or product of
 /// floats that is rounded, and its result may stay wide.
-inline void store(float& r, ext x) {
+inline void storeRounded(float& r, ext x) {
     const volatile float rounded = round32(x);
     r = rounded;
 }
@@ -60,8 +60,8 @@ inline double scaled(double x, double factor, double shift) {
 }
 inline float scaled(float x, float factor, float shift) {
     float r;
-    store(r, ext{x} * factor);
-    store(r, ext{r} + shift);
+    storeRounded(r, ext{x} * factor);
+    storeRounded(r, ext{r} + shift);
     return r;
 }
 
@@ -97,7 +97,7 @@ template <class T> T plainRayleigh(Uniforms<T>& source, const T* p) {
 
 template <class T> T plainWeibull(Uniforms<T>& source, const T* p) {
     T x = -logarithmOf(source.next()), exponent;
-    store(exponent, ext{1} / p[0]);
+    storeRounded(exponent, ext{1} / p[0]);
     power(1, &x, exponent, &x);
     return scaled(x, p[2], p[1]);
 }
@@ -107,7 +107,7 @@ template <class T> T plainWeibull(Uniforms<T>& source, const T* p) {
 template <class T> struct Pair { T sine, cosine; };
 template <class T> Pair<T> pairOf(T u, T v, bool together) {
     T angle, sine, cosine;
-    store(angle, ext{v} * (4 * halfPi<T>));
+    storeRounded(angle, ext{v} * (4 * halfPi<T>));
     if (together) {
         quickSineCosine(1, &angle, &sine, &cosine);
     } else {
@@ -115,8 +115,8 @@ template <class T> Pair<T> pairOf(T u, T v, bool together) {
         quickCosine(1, &angle, &cosine);
     }
     const ext distance = squareRootOf(-2 * logarithmOf(u));
-    store(sine, distance * sine);
-    store(cosine, distance * cosine);
+    storeRounded(sine, distance * sine);
+    storeRounded(cosine, distance * cosine);
     return {sine, cosine};
 }
 

@@ -15,47 +15,45 @@ using Ints = std::vector<int32_t>;
 
 Stream twister() { return newStream(KesBrngMT19937, {4711}); }
 
-Ints uniformInts(const Stream& stream, int n, int32_t a, int32_t b) {
+template <class... Parameters>
+Ints drawn(int (*draw)(int, StreamState*, int, int32_t*, Parameters...),
+           const Stream& stream, int n,
+           std::type_identity_t<Parameters>... parameters) {
     Ints r(static_cast<std::size_t>(n));
-    EXPECT_EQ(_kesiRngUniform(0, stream.get(), n, r.data(), a, b), KesStatusOk);
+    EXPECT_EQ(draw(0, stream.get(), n, r.data(), parameters...), KesStatusOk);
     return r;
+}
+Ints uniformInts(const Stream& stream, int n, int32_t a, int32_t b) {
+    return drawn(_kesiRngUniform, stream, n, a, b);
 }
 Ints bernoulli(const Stream& stream, int n, double p) {
-    Ints r(static_cast<std::size_t>(n));
-    EXPECT_EQ(_kesiRngBernoulli(0, stream.get(), n, r.data(), p), KesStatusOk);
-    return r;
+    return drawn(_kesiRngBernoulli, stream, n, p);
 }
 Ints geometric(const Stream& stream, int n, double p) {
-    Ints r(static_cast<std::size_t>(n));
-    EXPECT_EQ(_kesiRngGeometric(0, stream.get(), n, r.data(), p), KesStatusOk);
-    return r;
+    return drawn(_kesiRngGeometric, stream, n, p);
 }
 
 TEST(Truncation, TakesTheTopBitsOfTheSignificand) {
-    const struct {
-        double x;
-        int32_t integer;
-    } cases[] = {{0x1.fffffffffffffp-1, 0},
-                 {-0.0, 0},
-                 {-0x1.fffffffffffffp-1, 0},
-                 {1, 1},
-                 {-1.75, -1},
-                 {0x1.fffffffffffffp+20, 0x1FFFFF},
-                 {0x1.fffffffffffffp+30, INT32_MAX},
-                 {-0x1p+31, INT32_MIN},
-                 {0x1.8p+31, INT32_MIN + 0x40000000}, // from here on by the rule alone
-                 {0x1.8p+32, 1},
-                 {0x1.8p+34, 6},
-                 {-INFINITY, -1}};
-    std::vector<double> x;
-    for (const auto& [value, integer] : cases) {
-        EXPECT_EQ(qorkes::truncate(value), integer) << value;
-        x.push_back(value);
-    }
+    const std::vector<double> x = {0x1.fffffffffffffp-1,
+                                   -0.0,
+                                   -0x1.fffffffffffffp-1,
+                                   1,
+                                   -1.75,
+                                   0x1.fffffffffffffp+20,
+                                   0x1.fffffffffffffp+30,
+                                   -0x1p+31,
+                                   0x1.8p+31, // from here on by the rule alone
+                                   0x1.8p+32,
+                                   0x1.8p+34,
+                                   -INFINITY};
+    const Ints integers = {
+        0, 0, 0, 1, -1, 0x1FFFFF, INT32_MAX, INT32_MIN, INT32_MIN + 0x40000000,
+        1, 6, -1};
     Ints r(x.size());
     qorkes::truncateAll(static_cast<int>(x.size()), x.data(), r.data());
-    for (std::size_t i = 0; i < x.size(); ++i)
-        EXPECT_EQ(r[i], cases[i].integer) << x[i];
+    EXPECT_EQ(r, integers);
+    std::ranges::transform(x, r.begin(), [](double v) { return qorkes::truncate(v); });
+    EXPECT_EQ(r, integers);
     EXPECT_EQ(qorkes::truncate(2.99999999999999999L), 3);
 }
 
@@ -95,16 +93,15 @@ TEST(IntegerUniform, GivesFloorsOfOneSequence) {
 TEST(Bernoulli, ComparesFloatsWithTheDouble) {
     const double tie = 0.3f, above = std::nextafter(tie, 1.0),
                  below = std::nextafter(tie, 0.0);
-    const auto drawn = [&](double p) {
-        return bernoulli(scriptedStream({0, tie, 0.75, 1, tie}), 5, p);
-    };
-    EXPECT_EQ(drawn(tie), (Ints{1, 0, 0, 0, 0}));
-    EXPECT_EQ(drawn(above), (Ints{1, 1, 0, 0, 1}));
-    EXPECT_EQ(drawn(below), (Ints{1, 0, 0, 0, 0}));
-    EXPECT_EQ(drawn(0), (Ints{0, 0, 0, 0, 0}));
-    EXPECT_EQ(drawn(1e-300), (Ints{1, 0, 0, 0, 0}));
-    EXPECT_EQ(drawn(1), (Ints{1, 1, 1, 0, 1}));
-    EXPECT_EQ(drawn(2), (Ints{1, 1, 1, 1, 1}));
+    const struct {
+        double p;
+        Ints r;
+    } rows[] = {{tie, {1, 0, 0, 0, 0}},    {above, {1, 1, 0, 0, 1}},
+                {below, {1, 0, 0, 0, 0}},  {0, {0, 0, 0, 0, 0}},
+                {1e-300, {1, 0, 0, 0, 0}}, {1, {1, 1, 1, 0, 1}},
+                {2, {1, 1, 1, 1, 1}}};
+    for (const auto& [p, r] : rows)
+        EXPECT_EQ(bernoulli(scriptedStream({0, tie, 0.75, 1, tie}), 5, p), r) << p;
 }
 
 TEST(Geometric, TruncatesQuotientsOfLogarithms) {
@@ -116,8 +113,7 @@ TEST(Geometric, TruncatesQuotientsOfLogarithms) {
         _qordLn_HA(1, &logarithm, &logarithm);
         Ints expected;
         for (const float v : x)
-            expected.push_back(
-                static_cast<int>(double(v * (1 / (long double)logarithm))));
+            expected.push_back(int(qorkes::round64(v * (1 / qorkes::ext{logarithm}))));
         EXPECT_EQ(geometric(twister(), n, p), expected) << p;
     }
     const Ints ones = geometric(scriptedStream({0x1p-24, 0.5, 0.999}), 3, 1);

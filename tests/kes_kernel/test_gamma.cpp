@@ -2,7 +2,6 @@
 // waits from call to call, and failures.
 #include "attempts.hpp"
 
-#include <cstdio>
 #include <deque>
 
 using namespace qorkes;
@@ -130,12 +129,7 @@ TYPED_TEST(Gamma, AnAttemptWaitsWithTheStream) {
     ASSERT_TRUE(waiting);
     EXPECT_EQ(waiting[0], T(0.02));
 
-    const std::string path = testing::TempDir() + "qorkes-test-gamma.stream";
-    StreamState* record = nullptr;
-    ASSERT_EQ(__kesSaveStreamF(stream.get(), path.c_str(), -1), KesStatusOk);
-    ASSERT_EQ(__kesLoadStreamF(&record, path.c_str()), KesStatusOk);
-    std::remove(path.c_str());
-    EXPECT_EQ(one(Stream(record), 30), second);
+    EXPECT_EQ(one(reloaded(stream), 30), second);
     const Stream copy = copyOf(stream);
     EXPECT_EQ(one(copy, 30), second);
     copy->Chunks = 0;

@@ -4,7 +4,6 @@
 
 #include <support/platform.hpp>
 
-#include <cstdio>
 #include <limits>
 
 using namespace qorkes;
@@ -98,13 +97,7 @@ TYPED_TEST(Pairs, AreSharedByCopiesAndSavedInFiles) {
     const auto sequence = gaussian1<T>(single, 3);
     gaussian1<T>(stream, 1);
 
-    const std::string path = testing::TempDir() + "qorkes-pair.stream";
-    ASSERT_EQ(__kesSaveStreamF(stream.get(), path.c_str(), -1), KesStatusOk);
-    StreamState* loaded = nullptr;
-    ASSERT_EQ(__kesLoadStreamF(&loaded, path.c_str()), KesStatusOk);
-    std::remove(path.c_str());
-    EXPECT_EQ(gaussian1<T>(Stream(loaded), 3), sequence);
-
+    EXPECT_EQ(gaussian1<T>(reloaded(stream), 3), sequence);
     const Stream copy = copyOf(stream);
     EXPECT_EQ(gaussian1<T>(copy, 1)[0], sequence[0]);
     EXPECT_EQ(gaussian1<T>(stream, 2),
@@ -134,38 +127,34 @@ int vectors(int method, StreamState* s, int n, float* r, int dimen, int mstorage
     return _kessRngGaussianMV(method, s, n, r, dimen, mstorage, a, t);
 }
 
-constexpr double factorElement(int i, int j) { return i == j ? 1.5 + i : 0.25 * i - j; }
+template <class T> constexpr T factorElement(int i, int j) {
+    return static_cast<T>(i == j ? 1.5 + i : 0.25 * i - j);
+}
 
 /// The factor in this form; what must not be read is NaN.
 template <class T> std::vector<T> factor(int dimen, int mstorage) {
+    const bool isPacked = mstorage == KesMatrixStoragePacked;
     std::vector<T> t;
-    const auto put = [&](int i, int j) {
-        t.push_back(static_cast<T>(factorElement(i, j)));
-    };
-    if (mstorage == KesMatrixStoragePacked)
-        for (int j = 0; j < dimen; ++j)
-            for (int i = j; i < dimen; ++i) put(i, j);
-    else if (mstorage == KesMatrixStorageDiagonal)
-        for (int i = 0; i < dimen; ++i) put(i, i);
-    else
-        for (int i = 0; i < dimen; ++i)
-            for (int j = 0; j < dimen; ++j)
-                if (j <= i)
-                    put(i, j);
-                else
-                    t.push_back(std::numeric_limits<T>::quiet_NaN());
+    for (int major = 0; major < dimen; ++major)
+        for (int minor = 0; minor < dimen; ++minor) {
+            const int i = isPacked ? minor : major, j = isPacked ? major : minor;
+            if (mstorage == KesMatrixStorageDiagonal ? i == j : i >= j)
+                t.push_back(factorElement<T>(i, j));
+            else if (mstorage == KesMatrixStorageFull)
+                t.push_back(std::numeric_limits<T>::quiet_NaN());
+        }
     return t;
 }
 
 /// Element i of a + T z.
 template <class T> T mixedElement(int i, int mstorage, const T* z, const T* a) {
-    const auto t = [=](int j) { return static_cast<T>(factorElement(i, j)); };
+    const auto t = [=](int j) { return factorElement<T>(i, j); };
     if (mstorage == KesMatrixStorageDiagonal) return scaled(z[i], t(i), a[i]);
     if (mstorage > KesMatrixStorageDiagonal) return z[i];
     T sum;
-    store(sum, ext{t(0)} * z[0]);
+    storeRounded(sum, ext{t(0)} * z[0]);
     for (int j = 1; j <= i; ++j) sum = scaled(z[j], t(j), sum);
-    store(sum, ext{sum} + a[i]);
+    storeRounded(sum, ext{sum} + a[i]);
     return sum;
 }
 

@@ -1,18 +1,16 @@
-// Poisson and PoissonV: one value at a time by the methods' steps on the library's own
-// kernels, the chunk that method 0 keeps, and the laws.
-#include "goodness.hpp"
+// Poisson and PoissonV: method 0 by its kept set-ups and exact probabilities, the
+// others one value at a time by their steps on the library's own kernels, and the laws.
 #include "mapping_errors.hpp"
-#include "scripted.hpp"
-
-#include <qorkes/qor.h>
+#include "setups.hpp"
 
 #include <gsl/gsl_randist.h>
 
 using namespace qorkes::test;
+using qorkes::round32;
+using qorkes::round64;
 
 namespace {
 
-using Ext = long double;
 using Ints = std::vector<int32_t>;
 
 Stream twister() { return newStream(KesBrngMT19937, {1907}); }
@@ -23,265 +21,100 @@ Ints poisson(int method, const Stream& stream, int n, double lambda) {
     return r;
 }
 
-double applied(void (*kernel)(int, const double*, double*), Ext x) {
-    double y = static_cast<double>(x);
-    kernel(1, &y, &y);
-    return y;
-}
-double ln(Ext x) { return applied(_qordLn_HA, x); }
+// ---- Method 0 ----------------------------------------------------------------------
 
-float rounded(Ext x) { return static_cast<float>(x); }
-double toDouble(Ext x) { return static_cast<double>(x); }
-int truncated(Ext x) { return static_cast<int>(toDouble(x)); }
+struct Poisson {
+    double mean;
+    bool table;
+    static constexpr int id = 3, words = 84, block = 512;
+    static constexpr int cumulative = 52, entries = 32, up = 34;
 
-/// Method 0 by its steps. The set-up stands in c as in the chunk.
-struct PlainPtpe {
-    double c[84] = {};
-
-    void setUpSearch(double lambda) {
-        double t[32], s[33] = {};
-        t[0] = applied(_qordExp_HA, -lambda);
-        for (int k = 1; k < 32; ++k) t[k] = toDouble(t[k - 1] * (Ext(lambda) / k));
-        for (int k = 31; k >= 0; --k) s[k] = toDouble(Ext(s[k + 1]) + t[k]);
-        for (int k = 0; k < 32; ++k) c[52 + k] = toDouble(Ext(s[0]) - s[k + 1]);
-        c[51] = lambda;
+    int32_t mode() const { return truncated(mean); }
+    int32_t last() const { return mean == 0 ? 0 : 0x7FFFFFFF; }
+    int32_t unfolded(int32_t x) const { return x; }
+    ext probability(int32_t x) const {
+        if (x == 0) return std::exp(-ext{mean});
+        return std::exp(x * std::log(ext{mean}) - mean - std::lgamma(x + 1.0L));
+    }
+    double exact(int32_t x) const { return gsl_ran_poisson_pdf(unsigned(x), mean); }
+    std::pair<int32_t, int32_t> range() const {
+        const int32_t spread = int32_t(8 * std::sqrt(mean)) + 8;
+        return {std::max(mode() - spread, 0), mode() + spread};
+    }
+    std::string name() const { return std::to_string(mean); }
+    int draw(StreamState* stream, int n, int32_t* r) const {
+        return _kesiRngPoisson(0, stream, n, r, mean);
     }
 
-    int searched(double u) const {
-        for (int k = 0; k < 32; ++k)
-            if (u < c[52 + k]) return k;
-        Ext term = Ext(c[83]) - c[82], sum = c[83];
-        int j = 32;
-        for (Ext before = -1; u >= sum && sum != before; ++j) {
-            term = term * c[51] / j;
-            before = sum;
-            sum += term;
-        }
-        return j - 1;
-    }
-
-    void setUpRejection(double lambda) {
-        const Ext L = lambda, m = truncated(lambda);
-        c[0] = lambda;
-        c[1] = toDouble(m);
-        c[2] = toDouble(1 / m);
-        c[3] = toDouble(1 / (m * m * m));
-        c[4] = ln(m / L);
-        c[5] = truncated(Ext(2.195) * applied(_qordSqrt_HA, m) - Ext(2.2)) + 0.5;
-        c[9] = toDouble(0.133 + 8.56 / (6.83 + L));
-        c[10] = toDouble(1 / Ext(c[9]));
-        c[11] = toDouble(1 / Ext(c[5]));
-        c[12] = toDouble(m + 0.5L);
-        c[13] = toDouble(Ext(c[12]) - c[5]);
-        c[14] = toDouble(Ext(c[12]) + c[5]);
-        const Ext al = (L - c[13]) / L, ar = (c[14] - L) / c[14];
-        c[15] = toDouble(al * (0.5L * al + 1));
-        c[16] = toDouble(ar * (0.5L * ar + 1));
-        c[17] = toDouble(1 / Ext(c[15]));
-        c[18] = toDouble(1 / Ext(c[16]));
-        c[6] = toDouble(c[5] * (2 * Ext(c[9]) + 1));
-        c[7] = toDouble(c[6] + (0.109 + 8.25 / (10.86 + L)) / c[15]);
-        c[8] = toDouble(c[7] + Ext(c[9]) / c[16]);
-        Ext down = 1, up = 1;
-        for (int k = 1; k <= 16; ++k) {
-            c[18 + k] = toDouble(down *= (m - (k - 1)) / L);
-            c[34 + k] = toDouble(up *= L / (m + k));
-        }
-    }
-
-    bool bySqueeze(int y, float v) const {
-        const Ext L = c[0], M = c[1], x = 1 / Ext(y), del = x * (L - y), hy = y + 0.5L;
-        const Ext B =
-            (1 + del * (del * (1.0 / 3) - 0.5L)) * hy * del + (y + (Ext(0.00084) - L));
-        const Ext A = ln(v);
-        if (A > B) return false;
-        Ext E = hy * (del * del) * (del * del) / 4;
-        if (del < 0) E = E / (1 + del);
-        if (A < B - Ext(0.004) - E) return true;
-        return A <= hy * ln(L * x) + y + (0.5L + M) * c[4] - M +
-                        (c[2] - x) * (1.0 / 12) + (x * x * x - c[3]) * (1.0 / 360);
-    }
-
-    bool byRatio(int y, float v) const {
-        const int M = static_cast<int>(c[1]), k = std::abs(y - M);
-        const double* table = c + (y > M ? 34 : 18);
-        if (k == 0) return v <= 1;
-        if (k <= 16) return v <= table[k];
-        if (v > table[16]) return false;
-        Ext f = table[16];
-        if (y > M)
-            for (int j = M + 17; j <= y; ++j) f = f * c[0] / j;
-        else
-            for (int j = M - 16; j > y; --j) f = f * j / c[0];
-        return v <= f;
-    }
-
-    /// One attempt; below 0 if it is rejected.
-    int attempted(float U, float v) const {
-        const float u = rounded(U * Ext(c[8]));
-        int y;
-        if (u <= c[5]) return truncated(u + Ext(c[12]) - Ext(c[5]) * v);
+    /// On floats: those of the stream, the place in the areas, and the height.
+    Value attempt(const double* c, double first, double second) const {
+        const ext u = round32(round32(first) * ext{c[8]}), v = round32(second);
+        if (u <= c[5]) return truncated(u + c[12] - c[5] * v);
         if (u <= c[6]) {
-            const Ext x = (u - Ext(c[5])) * c[10] + c[13];
-            v = rounded(Ext(v) * c[9] + 1 - std::fabs(c[12] - x) * c[11]);
-            if (v > 1) return -1;
-            y = truncated(x);
-        } else if (const Ext L = ln(v); u <= c[7]) {
-            const Ext w = L * c[17] + c[13];
-            if (w < 0) return -1;
-            y = truncated(w);
-            v = rounded((u - Ext(c[6])) * v * c[15]);
-        } else {
-            y = truncated(-L * c[18] + c[14]);
-            v = rounded((u - Ext(c[7])) * v * c[16]);
+            const ext x = (u - c[5]) * c[10] + c[13];
+            const ext height = v * c[9] + 1 - std::fabs(c[12] - x) * c[11];
+            return round32(height) > 1 ? Value{} : accepted(truncated(x), height);
         }
-        return (c[1] >= 100 && y > 50 ? bySqueeze(y, v) : byRatio(y, v)) ? y : -1;
+        if (u <= c[7]) {
+            const ext x = std::log(v) * c[17] + c[13];
+            return x < 0 ? Value{} : accepted(truncated(x), (u - c[6]) * v * c[15]);
+        }
+        return accepted(truncated(-std::log(v) * c[18] + c[14]),
+                        (u - c[7]) * v * c[16]);
     }
-
-    Ints draw(const Stream& stream, int n, double lambda) {
-        Ints r;
-        if (lambda < 27) {
-            if (lambda != c[51]) setUpSearch(lambda);
-            for (const double u : take<double>(stream, n)) r.push_back(searched(u));
-            return r;
-        }
-        if (lambda != c[0]) setUpRejection(lambda);
-        while (static_cast<int>(r.size()) < n) {
-            const auto pair = take<float>(stream, 2);
-            if (const int y = attempted(pair[0], pair[1]); y >= 0) r.push_back(y);
-        }
-        return r;
+    Value accepted(int32_t x, ext height) const {
+        return round32(height) <= ratio(*this, x) ? Value{x} : Value{};
     }
 };
 
-std::vector<double> chunk3(const Stream& stream) {
-    const auto* c = static_cast<const double*>(__kesSearchChunk(stream.get(), 3));
-    return c ? std::vector<double>(c, c + 84) : std::vector<double>();
+// The first mean with an envelope is 27, the first mode with a squeeze 100.
+constexpr Poisson laws[] = {{0.7, true},  {9.5, true},   {26.999, true},
+                            {27, false},  {45.3, false}, {99.999, false},
+                            {100, false}, {260, false},  {12345.6, false}};
+
+TEST(PoissonExact, AgreesWithItsRecomputation) {
+    expectAgreement(laws, 0x885804AD4404B254);
+    constexpr Poisson extremes[] = {{0, true}, {1e-5, true}, {1e5, false}};
+    expectAgreement(extremes, 0x17CEE5CBDAB27E3B);
 }
 
-constexpr double means[] = {1e-5,   0.5,   3,     26.99, 27,    27.7, 60.2,
-                            99.999, 100.0, 100.5, 150.9, 1000., 5e6};
+TEST(PoissonExact, FitsItsDistribution) { expectFits(laws); }
 
-TEST(PoissonExact, GivesWhatItsStepsGive) {
-    for (const double mean : means)
-        for (const int n : {1, 99, 100, 255, 256, 257, 1500, 20000}) {
-            const Stream own = twister(), plain = twister();
-            PlainPtpe reference;
-            EXPECT_EQ(poisson(0, own, n, mean), reference.draw(plain, n, mean))
-                << mean << ", " << n;
-            EXPECT_EQ(take<double>(own, 3), take<double>(plain, 3)) << mean;
-        }
-}
-
-TEST(PoissonExact, KeepsTheSetUpOfASmallAndALargeMean) {
-    const Stream stream = twister();
-    PlainPtpe reference;
-    EXPECT_TRUE(chunk3(stream).empty());
+TEST(PoissonExact, KeepsItsSetup) {
+    expectKept(laws[0], laws[1]);
+    expectKept(laws[4], laws[7]);
+    // One of either kind beside the other.
+    const Stream stream = scriptedStream({0.5});
     poisson(0, stream, 0, 3.5);
-    reference.setUpSearch(3.5);
-    EXPECT_EQ(chunk3(stream), std::vector<double>(reference.c, reference.c + 84));
-    for (const double mean : {120.25, 0.125, 27.0, 3.5}) {
-        poisson(0, stream, 10, mean);
-        mean < 27 ? reference.setUpSearch(mean) : reference.setUpRejection(mean);
-        EXPECT_EQ(chunk3(stream), std::vector<double>(reference.c, reference.c + 84));
-    }
-    EXPECT_EQ(__kesGetNumChunks(stream.get()), 1);
-
-    // The stored set-up is used as it is while its mean is asked for.
-    auto* c = static_cast<double*>(__kesSearchChunk(stream.get(), 3));
+    auto* c = static_cast<double*>(__kesSearchChunk(stream.get(), Poisson::id));
     std::fill(c + 52, c + 84, 0.0);
     c[59] = 2;
-    EXPECT_EQ(poisson(0, stream, 3, 3.5), Ints(3, 7));
     poisson(0, stream, 3, 40);
     EXPECT_EQ(poisson(0, stream, 3, 3.5), Ints(3, 7));
-    poisson(0, stream, 3, 3.25);
-    reference.setUpSearch(3.25);
-    reference.setUpRejection(40);
-    EXPECT_EQ(chunk3(stream), std::vector<double>(reference.c, reference.c + 84));
-}
-
-TEST(PoissonExact, GoesOnInCopiesAndFiles) {
-    for (const double mean : {3.0, 300.0}) {
-        StreamState* raw = nullptr;
-        Stream stream = twister();
-        poisson(0, stream, 77, mean);
-        const std::string name = testing::TempDir() + "poisson.stream";
-        ASSERT_EQ(__kesSaveStreamF(stream.get(), name.c_str(), -1), KesStatusOk);
-        ASSERT_EQ(__kesLoadStreamF(&raw, name.c_str()), KesStatusOk);
-        const Stream loaded(raw);
-        EXPECT_EQ(chunk3(loaded), chunk3(stream));
-        EXPECT_EQ(poisson(0, loaded, 500, mean), poisson(0, stream, 500, mean));
-        ASSERT_EQ(__kesCopyStream(&raw, stream.get()), KesStatusOk);
-        EXPECT_EQ(__kesSearchChunk(raw, 3), __kesSearchChunk(stream.get(), 3));
-        const Stream copy(raw);
-        EXPECT_EQ(poisson(0, copy, 500, mean), poisson(0, stream, 500, mean));
-        stream->Chunks = 0; // shared with the copy, which frees them
-    }
 }
 
 TEST(PoissonExact, EndsItsSearchesBeyondTheTable) {
-    for (const int n : {1, 300}) {
-        const std::size_t count = static_cast<std::size_t>(n);
-        EXPECT_EQ(poisson(0, scriptedStream({0, 0.5, 1 - 0x1p-53, 1}), n, 0),
-                  Ints(count, 0));
-        for (const double mean : {0.001, 3.0, 20.0, 26.999})
-            for (const double u : {1 - 0x1p-20, 1 - 0x1p-53, 1.0, 1.5}) {
-                PlainPtpe reference;
-                reference.setUpSearch(mean);
-                EXPECT_EQ(poisson(0, scriptedStream({u}), n, mean),
-                          Ints(count, reference.searched(u)))
-                    << mean << ", " << u;
-            }
-    }
-    const Ints far = poisson(0, scriptedStream({1 - 0x1p-40}), 1, 26.999);
-    const auto beyond = [](int k) { // the probability
-        return gsl_cdf_poisson_Q(static_cast<unsigned>(k), 26.999);
+    const int32_t far = poisson(0, scriptedStream({1 - 0x1p-40}), 1, 26.999)[0];
+    const auto beyond = [](int32_t k) { // the probability
+        return gsl_cdf_poisson_Q(unsigned(k), 26.999);
     };
-    EXPECT_LT(beyond(far[0]), 0x1p-40);
-    EXPECT_GE(beyond(far[0] - 1), 0x1p-40);
+    EXPECT_LT(beyond(far), 0x1p-40);
+    EXPECT_GE(beyond(far - 1), 0x1p-40);
+    for (const double u : {1.0, 1.5})
+        EXPECT_GT(poisson(0, scriptedStream({u}), 1, 26.999)[0], far);
 }
 
-TEST(PoissonExact, EndsAtAFailingDraw) {
-    Ints r(1200);
-    for (const double mean : {2.0, 200.0}) {
-        for (int failing = 0; failing < 3; ++failing) {
-            const Stream stream = scriptedStream({0.3, 0.4});
-            script.failAt = failing;
-            r.assign(1200, -5);
-            EXPECT_EQ(_kesiRngPoisson(0, stream.get(), 1200, r.data(), mean),
-                      script.status);
-            const auto written =
-                static_cast<std::size_t>(failing * (mean < 27 ? 512 : 256));
-            EXPECT_EQ(std::find(r.begin(), r.end(), -5) - r.begin(),
-                      static_cast<int>(written));
-        }
-        const Stream stream = scriptedStream({0.3, 0.4});
-        poisson(0, stream, 0, mean);
-        EXPECT_TRUE(script.counts.empty());
-        poisson(0, stream, 600, mean);
-        EXPECT_EQ(script.counts, mean < 27 ? (std::vector<int>{512, 88})
-                                           : (std::vector<int>{512, 512, 176}));
-    }
-}
+// ---- From normal numbers -----------------------------------------------------------
 
-TEST(PoissonExact, FollowsItsLaw) {
-    for (const double mean :
-         {0.7, 9.5, 26.9, 27.0, 45.3, 99.99, 100.0, 260.0, 12345.6}) {
-        const int spread = static_cast<int>(8 * std::sqrt(mean)) + 8,
-                  low = std::max(0, static_cast<int>(mean) - spread);
-        expectFit(chiSquare(poisson(0, twister(), 1000000, mean), low,
-                            static_cast<int>(mean) + spread,
-                            [=](int k) {
-                                return gsl_ran_poisson_pdf(static_cast<unsigned>(k),
-                                                           mean);
-                            }),
-                  std::to_string(mean).c_str());
-    }
+double squareRoot(ext x) {
+    double y = round64(x);
+    _qordSqrt_HA(1, &y, &y);
+    return y;
 }
 
 /// Single-precision steps: each operation is rounded.
-float sum(float a, float b) { return rounded(Ext(a) + b); }
-float product(float a, float b) { return rounded(Ext(a) * b); }
+float sum(float a, float b) { return round32(ext(a) + b); }
+float product(float a, float b) { return round32(ext(a) * b); }
 
 std::vector<float> normals(const Stream& stream, int n, float mean = 0,
                            float deviation = 1) {
@@ -292,8 +125,8 @@ std::vector<float> normals(const Stream& stream, int n, float mean = 0,
 }
 
 /// Value of a polynomial, constant term first.
-Ext valueAt(Ext x, const double* c, int degree) {
-    Ext y = c[degree];
+ext valueAt(ext x, const double* c, int degree) {
+    ext y = c[degree];
     while (degree > 0) y = y * x + c[--degree];
     return y;
 }
@@ -302,13 +135,13 @@ Ints plainMethod1(const Stream& stream, int n, double lambda) {
     const double* D = qorkes::normal_mapping::_kesiPoissonPoisnormD;
     Ints r;
     if (lambda >= D[0]) {
-        const Ext w = 1 / Ext(lambda);
-        const float mean = rounded(D[1] + Ext(lambda) + valueAt(w, D + 2, 2) * w),
-                    deviation = rounded(applied(
-                        _qordSqrt_HA, lambda + Ext(D[5]) + w * valueAt(w, D + 6, 2))),
-                    b1 = rounded(w * valueAt(w, D + 9, 4)),
-                    b2 = rounded(w * valueAt(w, D + 14, 4)),
-                    b3 = rounded(w * valueAt(w, D + 19, 4));
+        const ext w = 1 / ext(lambda);
+        const float mean = round32(D[1] + ext(lambda) + valueAt(w, D + 2, 2) * w),
+                    deviation = round32(
+                        squareRoot(lambda + ext(D[5]) + w * valueAt(w, D + 6, 2))),
+                    b1 = round32(w * valueAt(w, D + 9, 4)),
+                    b2 = round32(w * valueAt(w, D + 14, 4)),
+                    b3 = round32(w * valueAt(w, D + 19, 4));
         for (const float g : normals(stream, n, mean, deviation)) {
             const float e = sum(g, -mean);
             float y = sum(product(e, b3), b2);
@@ -319,9 +152,9 @@ Ints plainMethod1(const Stream& stream, int n, double lambda) {
     } else if (lambda >= 1) {
         const int exponent = std::ilogb(lambda);
         const double* R = D + 24 + 23 * exponent;
-        const Ext x = sum(rounded(std::ldexp(lambda, -exponent)), -1);
-        float c[6] = {rounded(valueAt(x, R, 2))};
-        for (int i = 1; i < 6; ++i) c[i] = rounded(valueAt(x, R + 4 * i - 1, 3));
+        const ext x = sum(round32(std::ldexp(lambda, -exponent)), -1);
+        float c[6] = {round32(valueAt(x, R, 2))};
+        for (int i = 1; i < 6; ++i) c[i] = round32(valueAt(x, R + 4 * i - 1, 3));
         for (const float g : normals(stream, n)) {
             float t = sum(product(g, c[5]), c[4]);
             t = sum(product(t, g), c[3]);
@@ -330,14 +163,14 @@ Ints plainMethod1(const Stream& stream, int n, double lambda) {
             r.push_back(y > 0 ? truncated(y) : 0);
         }
     } else {
-        const float end = rounded(valueAt(lambda, D + 185, 7));
+        const float end = round32(valueAt(lambda, D + 185, 7));
         for (const float u : take<float>(stream, n, {0, end})) {
             float s = 1;
-            Ext term = 1;
+            ext term = 1;
             int k = 0;
             while (k < 11 && u > s) {
                 term = term * lambda / ++k;
-                s = rounded(s + term);
+                s = round32(s + term);
             }
             r.push_back(k);
         }
@@ -359,10 +192,10 @@ TEST(PoissonFromNormals, Method1GivesWhatItsStepsGive) {
 int plainVector(float z, double L) {
     const double* T = qorkes::vector_mapping::_kesdPoissonTab;
     if (L < 0.0625) {
-        float u = rounded(Ext(z) * T[4]);
+        float u = round32(ext(z) * T[4]);
         _qorsErf_HA(1, &u, &u);
-        const Ext w = std::fabs(u) * valueAt(L, T, 3);
-        Ext s = 1, term = 1;
+        const ext w = std::fabs(u) * valueAt(L, T, 3);
+        ext s = 1, term = 1;
         int k = 0;
         while (k < 11 && w > s) {
             term = term * L / ++k;
@@ -372,12 +205,12 @@ int plainVector(float z, double L) {
     }
     const int exponent = std::ilogb(L);
     const double* C = T + 5 + 20 * std::min(exponent + 4, 17);
-    const Ext x = std::ldexp(L, -exponent) - 1.0L;
-    const Ext A = L + Ext(C[0]) + x * C[1];
-    const Ext Dv = applied(_qordSqrt_HA, L) + Ext(C[2]) + C[3] * x;
-    Ext P[4];
+    const ext x = std::ldexp(L, -exponent) - 1.0L;
+    const ext A = L + ext(C[0]) + x * C[1];
+    const ext Dv = squareRoot(L) + ext(C[2]) + C[3] * x;
+    ext P[4];
     for (int i = 0; i < 4; ++i) P[i] = valueAt(x, C + 4 + 4 * i, 3);
-    const Ext y = z * (P[0] + (P[1] + (P[2] + P[3] * z) * z) * z) * Dv + (1 + A);
+    const ext y = z * (P[0] + (P[1] + (P[2] + P[3] * z) * z) * z) * Dv + (1 + A);
     return y > 0 ? truncated(y) : 0;
 }
 

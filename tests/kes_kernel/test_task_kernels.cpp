@@ -108,50 +108,37 @@ void runKernel(const Kernel<float>* kernel, const Operation* o, const float* x,
     EXPECT_EQ(kernel->run(*o, x, y, z), KesStatusOk);
 }
 
-// Arrays off the boundaries of a float, and a stack off that of a register.
-TEST(DirectKernels, FloatLinesOffTheirAlignment) {
+/// Arrays off the boundaries of a float, and a stack off that of a register.
+void expectAnywhere(const Kernel<float>& kernel, const Operation& o) {
     std::minstd_rand random(3);
-    Operation o = {KesTaskCorrelation, 1,  {{40}, {1}}, {{80}, {1}},
-                   {{101}, {1}},       {}, {1}};
-    o.start[0] = -30;
     const Data<float> data(o, random);
-    std::vector<char> xbytes(400), ybytes(400), zbytes(500);
+    const auto bytes = [](const std::vector<float>& array) { return 4 * array.size(); };
+    std::vector<char> x(bytes(data.x) + 32), y(bytes(data.y) + 32),
+        z(bytes(data.z) + 32);
+    const auto at = [](auto* place) { return reinterpret_cast<float*>(place); };
     for (size_t offset = 0; offset < 32; ++offset) {
-        std::memcpy(xbytes.data() + 31 - offset, data.x.data(), 160);
-        std::memcpy(ybytes.data() + offset, data.y.data(), 320);
-        callOffBoundary(offset % 16 / 4 * 4, runKernel, &ssDirect[1],
-                        const_cast<const Operation*>(&o),
-                        reinterpret_cast<const float*>(xbytes.data() + 31 - offset),
-                        reinterpret_cast<const float*>(ybytes.data() + offset),
-                        reinterpret_cast<float*>(zbytes.data() + offset));
-        for (int q = 0; q < 101; ++q) {
-            float z;
-            std::memcpy(&z, zbytes.data() + offset + 4 * q, sizeof z);
-            EXPECT_NEAR(z,
-                        double(output<Extended>(o, data.x.data(), data.y.data(), &q)),
+        const auto xplace = x.data() + 31 - offset, yplace = y.data() + offset,
+                   zplace = z.data() + offset;
+        std::memcpy(xplace, data.x.data(), bytes(data.x));
+        std::memcpy(yplace, data.y.data(), bytes(data.y));
+        callOffBoundary<const Kernel<float>*, const Operation*, const float*,
+                        const float*, float*>(offset % 16 / 4 * 4, runKernel, &kernel,
+                                              &o, at(xplace), at(yplace), at(zplace));
+        std::vector<float> result(data.z.size());
+        std::memcpy(result.data(), zplace, bytes(result));
+        lookAtOutputs(o, result, [&](float r, const int* q) {
+            EXPECT_NEAR(r, double(output<Extended>(o, data.x.data(), data.y.data(), q)),
                         40 * 0x1p-23);
-        }
+        });
     }
 }
 
-TEST(DirectKernels, FloatGridsOnAnyStack) {
-    std::minstd_rand random(3);
-    const Operation o = {KesTaskCorrelation,
-                         2,
-                         {{5, 4}, {1, 5}},
-                         {{9, 9}, {1, 9}},
-                         {{9, 9}, {1, 9}},
-                         {},
-                         {1, 1}};
-    const Data<float> data(o, random);
-    std::vector<float> expected = data.z;
-    ssAll[1].run(o, data.x.data(), data.y.data(), expected.data());
-    for (uintptr_t offset : {4, 8, 12}) {
-        std::vector<float> z = data.z;
-        callOffBoundary(offset, runKernel, &ssAll[1], &o, data.x.data(), data.y.data(),
-                        z.data());
-        EXPECT_EQ(z, expected);
-    }
+TEST(DirectKernels, FloatsOffTheirAlignment) {
+    expectAnywhere(ssDirect[1],
+                   {2, 1, {{40}, {1}}, {{80}, {1}}, {{101}, {1}}, {-30}, {1}});
+    expectAnywhere(
+        ssAll[1],
+        {2, 2, {{5, 4}, {1, 5}}, {{9, 9}, {1, 9}}, {{9, 9}, {1, 9}}, {}, {1, 1}});
 }
 #endif
 
@@ -294,11 +281,13 @@ TEST(Kernels, WithoutDecimation) {
     for (auto* entry : {_kesConvDDDirect1D_nodec, _kesCorrDDDirect1D_nodec,
                         _kesConvDDFft1D_nodec, _kesCorrDDFft1D_nodec})
         EXPECT_EQ(entry(0, 0, 0, 0, 0, 0, 0, 0, 0, 0), KesStatusCcNotImplemented);
-    for (auto* entry : {_kesConvDDDirectAll_nodec, _kesCorrDDDirectAll_nodec})
-        EXPECT_EQ(entry(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0), KesStatusCcNotImplemented);
-    for (auto* entry : {_kesConvSDDirectAll_nodec, _kesCorrSDDirectAll_nodec,
-                        _kesConvSSDirectAll_nodec, _kesCorrSSDirectAll_nodec})
-        EXPECT_EQ(entry(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0), KesStatusCcNotImplemented);
+    const auto expectNone = [](auto... grids) {
+        for (const int status : {grids(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)...})
+            EXPECT_EQ(status, KesStatusCcNotImplemented);
+    };
+    expectNone(_kesConvDDDirectAll_nodec, _kesCorrDDDirectAll_nodec,
+               _kesConvSDDirectAll_nodec, _kesCorrSDDirectAll_nodec,
+               _kesConvSSDirectAll_nodec, _kesCorrSSDirectAll_nodec);
     EXPECT_EQ(std::memcmp(z, expected, sizeof z), 0);
 }
 

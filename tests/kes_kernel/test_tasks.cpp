@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <climits>
 #include <cmath>
 #include <cstdlib>
@@ -46,16 +47,12 @@ TEST(Tasks, NewTaskKeepsItsOwnCopies) {
                             shapes[2], &x, strides),
               KesStatusOk);
     std::fill_n(shapes[0], 6, 0), std::fill_n(strides, 2, 0);
-    EXPECT_EQ(task->job, 3);
-    EXPECT_EQ(task->callerWordA, 11);
-    EXPECT_EQ(task->mode, 12);
-    EXPECT_EQ(task->callerWordB, 13);
-    EXPECT_EQ(task->dataType, 14);
-    EXPECT_EQ(task->internalType, 14);
-    EXPECT_EQ(task->xshape[1], 3);
-    EXPECT_EQ(task->yshape[1], 5);
-    EXPECT_EQ(task->zshape[1], 7);
-    EXPECT_EQ(task->xstride[1], 9);
+    EXPECT_EQ((std::array{task->job, task->callerWordA, task->mode, task->callerWordB,
+                          task->dataType, task->internalType}),
+              (std::array{3, 11, 12, 13, 14, 14}));
+    EXPECT_EQ((std::array{task->xshape[1], task->yshape[1], task->zshape[1],
+                          task->xstride[1]}),
+              (std::array{3, 5, 7, 9}));
     EXPECT_EQ(task->x, &x);
     EXPECT_FALSE(task->start || task->decimation || task->editWord || task->committed);
 
@@ -68,11 +65,13 @@ TEST(Tasks, NewTaskKeepsItsOwnCopies) {
 
 TEST(Tasks, EditsAreKeptAndCopied) {
     Task task(lineOperation(1, 2, 3, 1));
-    EXPECT_EQ(task.edit(KesTaskParamMode, 1), KesStatusOk);
-    EXPECT_EQ(task.edit(KesTaskParamEditWord, 5), KesStatusOk);
-    EXPECT_EQ(task.edit(KesTaskParamStart, 2), KesStatusOk);
-    EXPECT_EQ(task.edit(KesTaskParamDecimation, 3), KesStatusOk);
-    EXPECT_EQ(task.edit(KesTaskParamInternalType, 1), KesStatusOk);
+    const std::pair<int, int> edits[] = {{KesTaskParamMode, 1},
+                                         {KesTaskParamEditWord, 5},
+                                         {KesTaskParamStart, 2},
+                                         {KesTaskParamDecimation, 3},
+                                         {KesTaskParamInternalType, 1}};
+    for (const auto& [parameter, value] : edits)
+        EXPECT_EQ(task.edit(parameter, value), KesStatusOk);
     EXPECT_EQ(__kesCommitTask(task.record), KesStatusOk);
 
     TaskRecord* copy;
@@ -80,13 +79,10 @@ TEST(Tasks, EditsAreKeptAndCopied) {
     EXPECT_EQ(copy->committed, 1);
     task.edit(KesTaskParamStart, 0), task.edit(KesTaskParamDecimation, 1);
     EXPECT_EQ(task.record->committed, 0);
-    EXPECT_EQ(copy->mode, 1);
-    EXPECT_EQ(copy->editWord, 5);
-    EXPECT_EQ(copy->internalType, 1);
     EXPECT_EQ(copy->start, copy->startStore);
-    EXPECT_EQ(copy->start[0], 2);
-    EXPECT_EQ(copy->decimation[0], 3);
-    EXPECT_EQ(copy->yshape[0], 3);
+    EXPECT_EQ((std::array{copy->mode, copy->editWord, copy->start[0],
+                          copy->decimation[0], copy->internalType, copy->yshape[0]}),
+              (std::array{1, 5, 2, 3, 1, 3}));
     __kesDeleteTask(&copy);
     EXPECT_EQ(__kesCopyTask(nullptr, task.record), KesStatusNullPointer);
     EXPECT_EQ(__kesCopyTask(&copy, nullptr), KesStatusNullPointer);
@@ -202,8 +198,7 @@ TEST(Tasks, PrivateDataGoesThroughItsHooks) {
         }
 }
 
-// ---- Which kernel is executed
-// ---------------------------------------------------------
+// ---- Which kernel is executed -------------------------------------------------------
 
 /// Numbers of which every kernel makes something else: one of them is so large that the
 /// error of a transform shows in the small results, where it does not enter.

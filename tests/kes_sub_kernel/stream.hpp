@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <memory>
+#include <string>
 #include <type_traits>
+#include <unistd.h>
 #include <vector>
 
 namespace qorkes::test {
@@ -27,6 +30,27 @@ inline Stream newStream(int brng, const std::vector<uint32_t>& seed) {
 inline Stream copyOf(const Stream& source) {
     StreamState* stream = nullptr;
     EXPECT_EQ(__kesCopyStream(&stream, source.get()), KesStatusOk);
+    return Stream(stream);
+}
+
+using Words = std::vector<uint32_t>;
+
+/// The state behind the header.
+inline const uint32_t* stateOf(const Stream& stream) {
+    return reinterpret_cast<const uint32_t*>(stream.get() + 1);
+}
+inline Words stateOf(const Stream& stream, std::size_t n) {
+    return {stateOf(stream), stateOf(stream) + n};
+}
+
+/// The stream that a file of this one holds.
+inline Stream reloaded(const Stream& source) {
+    const std::string path =
+        testing::TempDir() + "qorkes-" + std::to_string(getpid()) + ".stream";
+    StreamState* stream = nullptr;
+    EXPECT_EQ(__kesSaveStreamF(source.get(), path.c_str(), -1), KesStatusOk);
+    EXPECT_EQ(__kesLoadStreamF(&stream, path.c_str()), KesStatusOk);
+    std::remove(path.c_str());
     return Stream(stream);
 }
 

@@ -2,7 +2,7 @@
 // numbers of the buffer become numbers of the draw.
 #include "stream.hpp"
 
-#include <support/compare.hpp>
+#include <common/ext.hpp>
 #include <support/stack.hpp>
 
 #include <algorithm>
@@ -60,34 +60,35 @@ Stream scripted(std::vector<int> answers) {
 TEST(AbstractStream, ConstructorsRefuseAndAllocateNothing) {
     StreamState dummy;
     StreamState* stream = &dummy;
-    const auto doubles = [](StreamState*, int*, double*, int*, int*, int*) {
-        return 0;
-    };
-    const auto singles = [](StreamState*, int*, float*, int*, int*, int*) { return 0; };
     double d[1];
     float s[1];
-    EXPECT_EQ(__kesiNewAbstractStream(&stream, 0, buffer, update), -3);
-    EXPECT_EQ(__kesiNewAbstractStream(&stream, size, nullptr, update), -3);
-    EXPECT_EQ(__kesiNewAbstractStream(&stream, size, buffer, nullptr), -3);
-    for (const double high : {1.0, 0.5}) {
-        EXPECT_EQ(__kesdNewAbstractStream(&stream, 1, d, 1, high, doubles), -3);
-        EXPECT_EQ(__kessNewAbstractStream(&stream, 1, s, 1, static_cast<float>(high),
-                                          singles),
-                  -3);
-    }
-    EXPECT_EQ(__kesdNewAbstractStream(&stream, 0, d, 0, 1, doubles), -3);
-    EXPECT_EQ(__kesdNewAbstractStream(&stream, 1, nullptr, 0, 1, doubles), -3);
-    EXPECT_EQ(__kessNewAbstractStream(&stream, 1, s, 0, 1, nullptr), -3);
+    const auto integers = [&](int n, uint32_t* to) {
+        return __kesiNewAbstractStream(&stream, n, to, update);
+    };
+    const auto doubles = [&](int n, double* to, double low, double high) {
+        return __kesdNewAbstractStream(
+            &stream, n, to, low, high,
+            [](StreamState*, int*, double*, int*, int*, int*) { return 0; });
+    };
+    const auto singles = [&](int n, float* to, float low, float high) {
+        return __kessNewAbstractStream(
+            &stream, n, to, low, high,
+            [](StreamState*, int*, float*, int*, int*, int*) { return 0; });
+    };
+    for (const int refused :
+         {integers(0, buffer), integers(size, nullptr), doubles(0, d, 0, 1),
+          doubles(1, nullptr, 0, 1), doubles(1, d, 1, 1), doubles(1, d, 1, 0.5),
+          singles(1, nullptr, 0, 1), singles(1, s, 1, 1), singles(1, s, 1, 0.5),
+          __kesiNewAbstractStream(&stream, size, buffer, nullptr),
+          __kessNewAbstractStream(&stream, 1, s, 0, 1, nullptr)})
+        EXPECT_EQ(refused, -3);
     EXPECT_EQ(stream, &dummy);
 
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(__kesdNewAbstractStream(&stream, 1, d, nan, 1, doubles), KesStatusOk);
+    EXPECT_EQ(doubles(1, d, std::numeric_limits<double>::quiet_NaN(), 1), KesStatusOk);
     __kesDeleteStream(&stream);
-    EXPECT_EQ(
-        __kessNewAbstractStream(&stream, 1, s, 0, static_cast<float>(nan), singles),
-        KesStatusOk);
+    EXPECT_EQ(singles(1, s, 0, std::numeric_limits<float>::quiet_NaN()), KesStatusOk);
     __kesDeleteStream(&stream);
-    EXPECT_EQ(__kesiNewAbstractStream(&stream, -5, buffer, update), KesStatusOk);
+    EXPECT_EQ(integers(-5, buffer), KesStatusOk);
     __kesDeleteStream(&stream);
 }
 
@@ -116,7 +117,7 @@ TEST(AbstractStream, UpdateIsAskedForWhatIsOwed) {
         const Stream stream = scripted(row.answers);
         uint32_t expected = 0;
         for (const int n : row.draws) {
-            std::vector<uint32_t> r(static_cast<std::size_t>(std::max(n, 0)));
+            Words r(static_cast<std::size_t>(std::max(n, 0)));
             ASSERT_EQ(draw(stream, n, r.data()), KesStatusOk);
             for (const uint32_t x : r) EXPECT_EQ(x, expected++);
         }
@@ -157,7 +158,7 @@ TEST(AbstractStream, FailedDrawsLeaveTheStreamAsItWas) {
     for (const auto& [answer, status] : rows) {
         // Three stay unread, of which the failing draw delivers all, and three more.
         const Stream stream = scripted({5, 3, answer});
-        EXPECT_EQ(take<uint32_t>(stream, 2), (std::vector<uint32_t>{0, 1}));
+        EXPECT_EQ(take<uint32_t>(stream, 2), (Words{0, 1}));
         const Counts before = countsOf(stream);
         uint32_t r[9] = {};
         EXPECT_EQ(draw(stream, 9, r), status);
@@ -186,7 +187,7 @@ TEST(AbstractStream, UpdateChangesTheArithmeticOfItsDraw) {
     StreamState* stream = nullptr;
     ASSERT_EQ(__kesiNewAbstractStream(&stream, size, buffer, meddling), KesStatusOk);
     const Stream owner(stream);
-    EXPECT_EQ(take<uint32_t>(owner, 5), (std::vector<uint32_t>{1, 1, 1, 2, 2}));
+    EXPECT_EQ(take<uint32_t>(owner, 5), (Words{1, 1, 1, 2, 2}));
     EXPECT_EQ(script.calls, (std::vector<Call>{{5, 8, 0}, {2, 4, 1}}));
     EXPECT_EQ(countsOf(owner), (Counts{8, 5, 3}));
 }
@@ -217,23 +218,20 @@ template <class T> struct Reals {
         all = values;
         StreamState* made = nullptr;
         const int n = static_cast<int>(all.size());
+        int status;
         if constexpr (std::is_same_v<T, double>)
-            EXPECT_EQ(__kesdNewAbstractStream(&made, n, all.data(), low, high, update),
-                      KesStatusOk);
+            status = __kesdNewAbstractStream(&made, n, all.data(), low, high, update);
         else
-            EXPECT_EQ(__kessNewAbstractStream(&made, n, all.data(), low, high, update),
-                      KesStatusOk);
+            status = __kessNewAbstractStream(&made, n, all.data(), low, high, update);
+        EXPECT_EQ(status, KesStatusOk);
         return Stream(made);
     }
 };
 
 // Doubles: extended throughout and rounded at the end. Floats: each operation rounded,
-// by way of memory, since a cast between operations on floats rounds nothing on the x87
-// unit.
+// by way of memory.
 double mapped(double v, double low, double high, double a, double b) {
-    const long double s =
-        (static_cast<long double>(b) - a) / (static_cast<long double>(high) - low);
-    return static_cast<double>((static_cast<long double>(v) - low) * s + a);
+    return round64((ext{v} - low) * ((ext{b} - a) / (ext{high} - low)) + a);
 }
 float mapped(float v, float low, float high, float a, float b) {
     volatile float range = b - a, own = high - low, scale = range / own;
@@ -248,9 +246,8 @@ template <class T> void checkMapping() {
         for (const Range<T>& range :
              {Range<T>{10, 20}, {T(-0.1f), T(1e-3f)}, {5, -2}}) {
             const Stream stream = Reals<T>::stream(values, own.a, own.b);
-            const std::vector<T> r = take<T>(stream, 300, range);
-            for (std::size_t i = 0; i < values.size(); ++i)
-                ASSERT_EQ(r[i], mapped(values[i], own.a, own.b, range.a, range.b)) << i;
+            for (std::size_t i = 0; const T r : take<T>(stream, 300, range))
+                ASSERT_EQ(r, mapped(values[i++], own.a, own.b, range.a, range.b));
         }
 }
 
@@ -264,15 +261,12 @@ TEST(AbstractStream, OnlyTheOwnKindIsDelivered) {
     uint32_t word = 7;
     float s = 7;
     double d = 7;
-    const Stream integers = scripted({8});
-    EXPECT_EQ(draw(integers, 1, &d), KesStatusBadAbstractKind);
-    EXPECT_EQ(draw(integers, 1, &s), KesStatusBadAbstractKind);
-    const Stream doubles = Reals<double>::stream({1}, 0, 1);
-    EXPECT_EQ(draw(doubles, 1, &word), KesStatusBadAbstractKind);
-    EXPECT_EQ(draw(doubles, 1, &s), KesStatusBadAbstractKind);
-    const Stream singles = Reals<float>::stream({1}, 0, 1);
-    EXPECT_EQ(draw(singles, 1, &word), KesStatusBadAbstractKind);
-    EXPECT_EQ(draw(singles, 1, &d), KesStatusBadAbstractKind);
+    const Stream integers = scripted({8}), doubles = Reals<double>::stream({1}, 0, 1),
+                 singles = Reals<float>::stream({1}, 0, 1);
+    for (const int status :
+         {draw(integers, 1, &d), draw(integers, 1, &s), draw(doubles, 1, &word),
+          draw(doubles, 1, &s), draw(singles, 1, &word), draw(singles, 1, &d)})
+        EXPECT_EQ(status, KesStatusBadAbstractKind);
     EXPECT_TRUE(word == 7 && s == 7 && d == 7);
     EXPECT_TRUE(script.calls.empty());
 }

@@ -29,19 +29,18 @@ struct Published {
 /// With six seeds of 12345 L'Ecuyer's own program prints these.
 TEST(Mrg32k3a, DeliversThePublishedNumbers) {
     const double published[] = {0.127011, 0.318528, 0.309186, 0.825847, 0.221630};
-    const std::vector<uint32_t> z =
-        take<uint32_t>(newStream(KesBrngMRG32K3A, std::vector<uint32_t>(6, 12345)), 5);
+    const Words z = take<uint32_t>(newStream(KesBrngMRG32K3A, Words(6, 12345)), 5);
     for (std::size_t i = 0; i < 5; ++i)
         EXPECT_NEAR(z[i] / (m1 + 1.0), published[i], 5e-7);
 }
 
 TEST(Mrg32k3a, FollowsThePublishedFormFromSeedsOfAllSizes) {
     const uint32_t last1 = m1 - 1, last2 = m2 - 1;
-    for (const std::vector<uint32_t>& seed :
-         std::vector<std::vector<uint32_t>>{{1, 2, 3, 4, 5, 6},
-                                            {last1, last1, last1, last2, last2, last2},
-                                            {0, last1, 0, last2, 0, 0},
-                                            {last1, 0, 1, 0, last2, last2}}) {
+    for (const Words& seed :
+         std::vector<Words>{{1, 2, 3, 4, 5, 6},
+                            {last1, last1, last1, last2, last2, last2},
+                            {0, last1, 0, last2, 0, 0},
+                            {last1, 0, 1, 0, last2, last2}}) {
         const Stream stream = newStream(KesBrngMRG32K3A, seed);
         Published published = {{seed[0], seed[1], seed[2]},
                                {seed[3], seed[4], seed[5]}};
@@ -62,7 +61,6 @@ TEST(Mrg32k3a, EqualTermsAreDeliveredAsTheModulus) {
 }
 
 TEST(Mrg32k3a, RepairsSeeds) {
-    using Words = std::vector<uint32_t>;
     const uint32_t n1 = m1, n2 = m2;
     const struct {
         Words seed, state;
@@ -75,9 +73,7 @@ TEST(Mrg32k3a, RepairsSeeds) {
         {{3, 3, 3, n2, n2, 0}, {3, 3, 3, 1, 0, 0}},
     };
     for (const auto& [seed, state] : rows) {
-        const Stream stream = newStream(KesBrngMRG32K3A, seed);
-        const auto* words = reinterpret_cast<const uint32_t*>(stream.get() + 1);
-        EXPECT_EQ(Words(words, words + 6), state);
+        EXPECT_EQ(stateOf(newStream(KesBrngMRG32K3A, seed), 6), state);
     }
 }
 
@@ -94,14 +90,13 @@ TEST(Mrg32k3a, JumpsFarByMatrices) {
     const Stream stream = newStream(KesBrngMRG32K3A, {1, 2, 3});
     for (int i = 0; i < 2; ++i)
         ASSERT_EQ(__kesSkipAheadStream(stream.get(), 0x7FFFFFFF), KesStatusOk);
-    EXPECT_TRUE(std::equal(terms, terms + 3,
-                           reinterpret_cast<const uint32_t*>(stream.get() + 1)));
+    EXPECT_EQ(stateOf(stream, 3), Words(terms, terms + 3));
 
-    const uint32_t identity[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
-    const std::vector<uint32_t> before(step, step + 9);
+    const Words identity = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    const Words before(step, step + 9);
     __kesiMatr3x3PowMod(step, power, modulus, 0);
-    EXPECT_TRUE(std::equal(power, power + 9, identity));
-    EXPECT_EQ(std::vector<uint32_t>(step, step + 9), before);
+    EXPECT_EQ(Words(power, power + 9), identity);
+    EXPECT_EQ(Words(step, step + 9), before);
 }
 
 } // namespace

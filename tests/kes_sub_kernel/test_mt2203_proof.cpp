@@ -17,7 +17,7 @@ using Polynomial = std::bitset<degree + 1>; // the coefficient of t^i is bit i
 
 /// The shortest recurrence of a sequence of bits (Massey, 1969), newest term first: a
 /// linear complexity of `degree`, or the zero polynomial.
-Polynomial shortestRecurrence(const std::vector<uint32_t>& words) {
+Polynomial shortestRecurrence(const Words& words) {
     Polynomial connection(1), previous(1), window;
     std::size_t complexity = 0, since = 1;
     for (std::size_t i = 0; i < words.size(); ++i) {

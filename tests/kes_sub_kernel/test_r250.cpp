@@ -6,12 +6,7 @@ using namespace qorkes::test;
 
 namespace {
 
-using Words = std::vector<uint32_t>;
-
-Words tableOf(const Stream& stream) {
-    const auto* state = reinterpret_cast<const uint32_t*>(stream.get() + 1);
-    return {state, state + 250};
-}
+Words tableOf(const Stream& stream) { return stateOf(stream, 250); }
 
 Words expectedTable(uint32_t seed) {
     Words table;
@@ -53,7 +48,7 @@ TEST(R250, CombinesWordsAndLeavesTheRegisterInPlace) {
         const Stream stream = newStream(KesBrngR250, {20001});
         EXPECT_EQ(take<uint32_t>(stream, n),
                   Words(x.begin() + 250, x.begin() + 250 + n));
-        const auto* state = reinterpret_cast<const uint32_t*>(stream.get() + 1);
+        const uint32_t* state = stateOf(stream);
         for (int i = n; i < n + 250; ++i)
             ASSERT_EQ(state[i % 250], x[static_cast<std::size_t>(i)]) << n;
         EXPECT_EQ(state[250], static_cast<uint32_t>(n % 250));

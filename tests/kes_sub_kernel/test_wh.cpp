@@ -2,8 +2,9 @@
 // real numbers of the four together.
 #include "stream.hpp"
 
-#include <mpfr.h>
+#include <common/ext.hpp>
 
+#include <cmath>
 #include <cstring>
 #include <numeric>
 #include <set>
@@ -12,8 +13,6 @@ using namespace qorkes;
 using namespace qorkes::test;
 
 namespace {
-
-using Words = std::vector<uint32_t>;
 
 uint32_t power(uint64_t base, uint32_t exponent, uint32_t modulus) {
     uint64_t result = 1;
@@ -55,14 +54,11 @@ TEST(Wh, MembersHaveFullPeriods) {
 }
 
 TEST(Wh, ReciprocalsAreCorrectlyRounded) {
-    mpfr_t reciprocal;
-    mpfr_init2(reciprocal, 53);
     for (int i = 0; i < 4 * KesWHMembers; ++i) {
-        mpfr_set_ui(reciprocal, _kes_WH_M[i], MPFR_RNDN);
-        mpfr_ui_div(reciprocal, 1, reciprocal, MPFR_RNDN);
-        EXPECT_EQ(_kesdWH_IM_Tab[i], mpfr_get_d(reciprocal, MPFR_RNDN)) << i;
+        const ext r = _kesdWH_IM_Tab[i], m = _kes_WH_M[i];
+        const ext spacing = std::nextafter(_kesdWH_IM_Tab[i], 1.0) - r;
+        EXPECT_LE(std::fabs(std::fma(m, r, -1.0L)), m * spacing / 2) << i;
     }
-    mpfr_clear(reciprocal);
 }
 
 /// Members that have always been what they are.
@@ -103,9 +99,9 @@ TEST(Wh, ComponentsAreMultiplicativeGenerators) {
                 ASSERT_EQ(fourth[i / 16 * 4 + j], all[i]);
             }
         }
-        const auto* state = reinterpret_cast<const uint32_t*>(strided.get() + 1);
         for (int j = 0; j < 4; ++j)
-            EXPECT_EQ(state[4 + j], power(_kes_WH_A[4 * member + j], 4, m[j]));
+            EXPECT_EQ(stateOf(strided)[4 + j],
+                      power(_kes_WH_A[4 * member + j], 4, m[j]));
     }
 }
 
@@ -141,26 +137,10 @@ TEST(Wh, StateCopyMovesTwiceTheState) {
 /// The real number that is due for four components: products and sums of 64 bits, the
 /// integer part that of the sum rounded to 53.
 template <class T> T modelled(int member, const uint32_t* s, Range<T> range) {
-    mpfr_t sum, term, rounded, width, result;
-    mpfr_inits2(64, sum, term, nullptr);
-    mpfr_inits2(53, rounded, width, nullptr);
-    mpfr_init2(result, std::is_same_v<T, float> ? 24 : 53);
-    mpfr_set_zero(sum, 1);
-    for (int j = 3; j >= 0; --j) {
-        mpfr_set_d(term, _kesdWH_IM_Tab[4 * member + j], MPFR_RNDN);
-        mpfr_mul_ui(term, term, s[j], MPFR_RNDN);
-        mpfr_add(sum, sum, term, MPFR_RNDN);
-    }
-    mpfr_set(rounded, sum, MPFR_RNDN);
-    mpfr_trunc(rounded, rounded);
-    mpfr_set_d(term, static_cast<double>(range.b), MPFR_RNDN);
-    mpfr_sub_d(width, term, static_cast<double>(range.a), MPFR_RNDN);
-    mpfr_sub(sum, sum, rounded, MPFR_RNDN);
-    mpfr_mul(sum, sum, width, MPFR_RNDN);
-    mpfr_add_d(sum, sum, static_cast<double>(range.a), MPFR_RNDN);
-    mpfr_set(result, sum, MPFR_RNDN);
-    const T real = static_cast<T>(mpfr_get_d(result, MPFR_RNDN));
-    mpfr_clears(sum, term, rounded, width, result, nullptr);
+    ext sum = 0;
+    for (int j = 3; j >= 0; --j) sum += ext{_kesdWH_IM_Tab[4 * member + j]} * s[j];
+    volatile double width = round64(ext{range.b} - range.a), rounded = round64(sum);
+    volatile T real = static_cast<T>((sum - std::trunc(rounded)) * width + range.a);
     return real;
 }
 

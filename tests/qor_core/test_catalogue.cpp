@@ -10,6 +10,7 @@
 #include <support/stack.hpp>
 
 #include <climits>
+#include <cstddef>
 #include <cstring>
 
 using namespace qorkes;
@@ -123,11 +124,7 @@ testing::AssertionResult areSame(const Outcome<T>& expected, const Outcome<T>& a
                << actual.reports.size() << " reports for " << expected.reports.size();
     for (std::size_t i = 0; i < expected.reports.size(); ++i) {
         const QorErrorRecord &e = expected.reports[i], &a = actual.reports[i];
-        if (e.status != a.status || e.index != a.index ||
-            !sameBits(&e.argument1, &a.argument1, 1) ||
-            !sameBits(&e.argument2, &a.argument2, 1) ||
-            !sameBits(&e.result1, &a.result1, 1) ||
-            !sameBits(&e.result2, &a.result2, 1))
+        if (std::memcmp(&e, &a, offsetof(QorErrorRecord, funcName)) != 0)
             return testing::AssertionFailure()
                    << "report " << i << ": status " << a.status << " of element "
                    << a.index << ", expected " << e.status << " of " << e.index;
@@ -196,25 +193,21 @@ TYPED_TEST(Catalogue, CountAndPlaceOfArrays) {
                         if (content) std::memcpy(array, content, size * sizeof(T));
                         return array;
                     };
-                    T* const a = place(memoryA, all.a.data());
-                    // A scalar second argument is passed by value.
-                    const T* const b = kernel.function.form == Form::arrayAndScalar
-                                           ? all.b.data()
-                                           : place(memoryB, all.b.data());
+                    const T* const a = place(memoryA, all.a.data());
+                    const T* const b = place(memoryB, all.b.data());
                     T* const y = place(memoryY, nullptr);
                     T* const z = place(memoryZ, nullptr);
-                    kernel(n, a, b, y, z);
-                    std::vector<T> results(size + 1);
-                    std::memcpy(results.data(), y, size * sizeof(T));
-                    EXPECT_TRUE(sameBits(expected.y.data(), results.data(), n));
-                    if (kernel.hasTwoResults()) {
-                        std::memcpy(results.data(), z, size * sizeof(T));
-                        EXPECT_TRUE(sameBits(expected.z.data(), results.data(), n));
-                    }
-                    EXPECT_EQ(std::memcmp(a, all.a.data(), size * sizeof(T)), 0);
-                    if (kernel.function.form == Form::twoToOne) {
-                        EXPECT_EQ(std::memcmp(b, all.b.data(), size * sizeof(T)), 0);
-                    }
+                    // A scalar second argument is passed by value.
+                    const bool hasScalar = kernel.function.form == Form::arrayAndScalar;
+                    kernel(n, a, hasScalar ? all.b.data() : b, y, z);
+                    const auto expectBytes = [&](const std::vector<T>& wanted,
+                                                 const T* r) {
+                        EXPECT_EQ(std::memcmp(r, wanted.data(), size * sizeof(T)), 0);
+                    };
+                    expectBytes(expected.y, y);
+                    if (kernel.hasTwoResults()) expectBytes(expected.z, z);
+                    expectBytes(all.a, a);
+                    if (kernel.function.form == Form::twoToOne) expectBytes(all.b, b);
                 }
         }
     });
@@ -381,35 +374,21 @@ TYPED_TEST(Catalogue, ForwardingEntriesGiveTheBitsOfTheKernelTheyName) {
 }
 
 #ifndef __SANITIZE_ADDRESS__ // whose own frames need an aligned stack
+template <class T>
+void runInto(const Subject<T>* kernel, const Arguments<T>* arguments,
+             Outcome<T>* outcome) {
+    *outcome = kernel->run(*arguments);
+}
+
 /// As old callers do.
 TYPED_TEST(Catalogue, StackNeedsNoAlignment) {
     using T = TypeParam;
     forEachKernel<T>([](const Subject<T>& kernel) {
         const Arguments<T> mixed = kernel.mixed();
         const Outcome<T> expected = kernel.run(mixed);
-        const auto a = mixed.a.data();
         for (const uintptr_t offset : {4u, 8u, 12u}) {
-            Outcome<T> outcome{expected.y, expected.z, {}};
-            const auto& entry = kernel.kernel.entry;
-            T *const y = outcome.y.data(), *const z = outcome.z.data();
-            Reports reports;
-            switch (kernel.function.form) {
-            case Form::oneToOne:
-                callOffBoundary(offset, entry.oneToOne, mixed.count(), a, y);
-                break;
-            case Form::twoToOne:
-                callOffBoundary(offset, entry.twoToOne, mixed.count(), a,
-                                mixed.b.data(), y);
-                break;
-            case Form::arrayAndScalar:
-                callOffBoundary(offset, entry.arrayAndScalar, mixed.count(), a,
-                                mixed.b[0], y);
-                break;
-            case Form::oneToTwo:
-                callOffBoundary(offset, entry.oneToTwo, mixed.count(), a, y, z);
-                break;
-            }
-            outcome.reports = reports.seen;
+            Outcome<T> outcome;
+            callOffBoundary(offset, runInto<T>, &kernel, &mixed, &outcome);
             EXPECT_TRUE(areSame(expected, outcome));
         }
     });

@@ -94,25 +94,20 @@ TEST_F(Report, TextOnStandardErrorIsExactToTheByte) {
         {4, 2, 0.1234567, 0.1234567, 1.5, 2.5,
          "Error (QOR_STATUS_UNDERFLOW) in f: argument caused underflow\n"
          "a(2)=0.123457\ny(2)=1.5\nz(2)=2.5\n"},
-        {1, 2, 1, 2, 3, 4,
-         "Error (QOR_STATUS_ERRDOM) in f: argument is out of domain\n"
-         "a(2)=1\nb(2)=2\ny(2)=3\nz(2)=4\n"},
         // No line end behind the name of an unknown one.
         {62, 9, 1, 1, 2, 2, "Unknown error in fa(9)=1\nr(9)=2\n"},
         {-3, 9, 1, 7, 2, 2, "Unknown error in fa(9)=1\nb(9)=7\ny(9)=2\n"},
     };
     constexpr unsigned everything =
         QorModeErrErrno | QorModeErrStderr | QorModeErrExcept;
-    for (const auto& row : rows)
+    for (auto row : rows)
         for (const unsigned errorByte : {QorModeErrStderr, everything}) {
-            const std::vector<double> a(1, row.a), b(1, row.b);
-            std::vector<double> y(1, row.y), z(1, row.z);
-            // Arrays that begin before the element reported.
-            const auto base = [&](auto& array) { return array.data() - row.index; };
             _qorSetMode(errorByte);
+            // Arrays that begin before the element reported.
+            const auto base = [&](double& element) { return &element - row.index; };
             EXPECT_EQ(standardErrorOf([&] {
-                          _qordError(row.status, row.index, base(a), base(b), base(y),
-                                     base(z), "f");
+                          _qordError(row.status, row.index, base(row.a), base(row.b),
+                                     base(row.y), base(row.z), "f");
                       }),
                       row.text);
         }
@@ -123,8 +118,9 @@ TEST_F(Report, TextOnStandardErrorIsExactToTheByte) {
 TEST_F(Report, TextNamesSecondValuesByValue) {
     const struct {
         float a, b, y, z;
-        const char* lines;
+        std::string lines;
     } rows[] = {
+        {1, 2, 3, 4, "a(0)=1\nb(0)=2\ny(0)=3\nz(0)=4\n"},
         {1, 0, 2, 2, "a(0)=1\nr(0)=2\n"},
         {1, -0.0f, 2, 0, "a(0)=1\nr(0)=2\n"},
         {NAN, 3, 2, 2, "a(0)=nan\nr(0)=2\n"},
@@ -134,12 +130,14 @@ TEST_F(Report, TextNamesSecondValuesByValue) {
         {0.1f, 0, INFINITY, -INFINITY, "a(0)=0.1\ny(0)=inf\nz(0)=-inf\n"},
     };
     _qorSetMode(QorModeErrStderr);
-    for (auto row : rows)
-        EXPECT_EQ(standardErrorOf(
-                      [&] { _qorsError(1, 0, &row.a, &row.b, &row.y, &row.z, "g"); }),
-                  std::string("Error (QOR_STATUS_ERRDOM) in g: argument is out of "
-                              "domain\n") +
+    for (auto row : rows) {
+        const auto report = [&] {
+            _qorsError(1, 0, &row.a, &row.b, &row.y, &row.z, "g");
+        };
+        EXPECT_EQ(standardErrorOf(report),
+                  "Error (QOR_STATUS_ERRDOM) in g: argument is out of domain\n" +
                       row.lines);
+    }
 }
 
 TEST_F(Report, ExceptionOfEachStatus) {
@@ -189,41 +187,33 @@ TEST_F(Report, IgnoreStoresTheStatusAndNothingElse) {
     EXPECT_EQ(y, 9);
 }
 
-TEST_F(Report, RecordHoldsTheElement) {
-    const float a[] = {1, 2.5f, 3}, b[] = {4, 5, 6};
-    float y[] = {7, 8, 9}, z[] = {10, 11, 12};
+/// What a record holds of an element is tested for all kernels.
+TEST_F(Report, RecordHoldsNameAndCall) {
+    const float a = 1;
+    float y = 2;
     const std::string longName(63, 'n'), tooLong(70, 't');
     Reports reports;
-    _qorsError(3, 1, a, b, y, z, "_qorsSomething_HA");
-    _qorsError(1, 2, a, a, y, y, longName.c_str());
+    _qorsError(1, 0, &a, &a, &y, &y, longName.c_str());
     _qorsError(QOR_STATUS_BADSIZE, -7, nullptr, nullptr, nullptr, nullptr, "");
     _qorsError(QOR_STATUS_BADMEM, 0, nullptr, nullptr, nullptr, nullptr,
                tooLong.c_str());
 
-    ASSERT_EQ(reports.seen.size(), 4u);
-    const QorErrorRecord& first = reports.seen[0];
-    EXPECT_EQ(first.status, 3);
-    EXPECT_EQ(first.index, 1);
-    EXPECT_EQ(first.argument1, 2.5);
-    EXPECT_EQ(first.argument2, 5);
-    EXPECT_EQ(first.result1, 8);
-    EXPECT_EQ(first.result2, 11);
-    EXPECT_STREQ(first.funcName, "_qorsSomething_HA");
-    EXPECT_EQ(first.funcNameLength, 17);
-    EXPECT_EQ(reports.seen[1].funcName, longName);
-    EXPECT_EQ(reports.seen[1].funcNameLength, 63);
+    ASSERT_EQ(reports.seen.size(), 3u);
+    EXPECT_EQ(reports.seen[0].funcName, longName);
+    EXPECT_EQ(reports.seen[0].funcNameLength, 63);
     // Speaks of the call: no array is looked at.
-    EXPECT_EQ(reports.seen[2].index, -7);
-    EXPECT_EQ(reports.seen[2].funcNameLength, 0);
+    EXPECT_EQ(reports.seen[1].index, -7);
+    EXPECT_EQ(reports.seen[1].funcNameLength, 0);
     // A name that its field cannot end is cut off.
-    EXPECT_EQ(reports.seen[3].funcNameLength, 64);
-    EXPECT_EQ(std::string(reports.seen[3].funcName, 64), tooLong.substr(0, 64));
+    EXPECT_EQ(reports.seen[2].funcNameLength, 64);
+    EXPECT_EQ(std::string(reports.seen[2].funcName, 64), tooLong.substr(0, 64));
     EXPECT_EQ(_qorGetErrStatus(), QOR_STATUS_BADMEM);
 }
 
 TEST_F(Report, CallbacksAnswerDecidesAboutTheRest) {
     const double a = 1;
     for (const int answer : {0, 1, -1}) {
+        const bool isAccepted = answer == 0;
         double y = 2, z = 3;
         Reports reports;
         reports.then = [answer](QorErrorRecord& record) {
@@ -235,15 +225,12 @@ TEST_F(Report, CallbacksAnswerDecidesAboutTheRest) {
         errno = 99;
         const std::string text =
             standardErrorOf([&] { _qordError(1, 0, &a, &a, &y, &z, "f"); });
-        EXPECT_EQ(y, answer == 0 ? 20 : 2);
-        EXPECT_EQ(z, answer == 0 ? 30 : 3);
-        EXPECT_EQ(errno, answer == 0 ? EDOM : 99);
+        EXPECT_EQ(y, isAccepted ? 20 : 2);
+        EXPECT_EQ(z, isAccepted ? 30 : 3);
+        EXPECT_EQ(errno, isAccepted ? EDOM : 99);
         // The handlers see what the callback made of the record.
-        EXPECT_EQ(text,
-                  answer == 0
-                      ? "Error (QOR_STATUS_ERRDOM) in f: argument is out of domain\n"
-                        "a(0)=1\ny(0)=20\nz(0)=30\n"
-                      : "");
+        EXPECT_EQ(text.find("y(0)=20\nz(0)=30") != text.npos, isAccepted) << text;
+        EXPECT_EQ(text.empty(), !isAccepted);
     }
 }
 
@@ -286,7 +273,7 @@ TEST_F(Report, ResultsAreWrittenBackTheFirstLast) {
         return 0;
     };
     _qorsError(1, 0, b, b, u, v, "f");
-    EXPECT_EQ(bitsOf(u[0]), 0x3DCCCCCDu);
+    EXPECT_EQ(u[0], 0.1f);
     EXPECT_EQ(v[0], 5);
 }
 

@@ -11,27 +11,24 @@ namespace {
 
 template <class T> struct Moves;
 
+#define MOVES(p)                                                                       \
+    static constexpr auto packI = _qor##p##PackI;                                      \
+    static constexpr auto packV = _qor##p##PackV;                                      \
+    static constexpr auto packM = _qor##p##PackM;                                      \
+    static constexpr auto unpackI = _qor##p##UnpackI;                                  \
+    static constexpr auto unpackV = _qor##p##UnpackV;                                  \
+    static constexpr auto unpackM = _qor##p##UnpackM
+
 template <> struct Moves<double> {
-    static constexpr auto packI = _qordPackI;
-    static constexpr auto packV = _qordPackV;
-    static constexpr auto packM = _qordPackM;
-    static constexpr auto unpackI = _qordUnpackI;
-    static constexpr auto unpackV = _qordUnpackV;
-    static constexpr auto unpackM = _qordUnpackM;
+    MOVES(d);
     static constexpr uint64_t signaling = 0xFFF4000000000001;
     static constexpr uint64_t afterMask = 0xFFFC000000000001;
 };
-
 template <> struct Moves<float> {
-    static constexpr auto packI = _qorsPackI;
-    static constexpr auto packV = _qorsPackV;
-    static constexpr auto packM = _qorsPackM;
-    static constexpr auto unpackI = _qorsUnpackI;
-    static constexpr auto unpackV = _qorsUnpackV;
-    static constexpr auto unpackM = _qorsUnpackM;
-    static constexpr uint32_t signaling = 0xFFA00001;
-    static constexpr uint32_t afterMask = 0xFFA00001;
+    MOVES(s);
+    static constexpr uint32_t signaling = 0xFFA00001, afterMask = signaling;
 };
+#undef MOVES
 
 template <class T> class Pack : public testing::Test {};
 using Precisions = testing::Types<double, float>;

@@ -1,7 +1,8 @@
-// Sin, Cos, SinCos and Tan: tables, limits between fast and scalar code, special values
-// with their reports, signs of zeros, the state of the x87 unit, and errors.
-#include <common/ext.hpp>
-#include <support/element.hpp>
+// Sin, Cos, SinCos and Tan: limits between fast and scalar code, the state of the
+// x87 unit, and errors.
+#include "accuracy.hpp"
+
+#include <support/compare.hpp>
 #include <support/fpu.hpp>
 
 #include <cmath>
@@ -12,54 +13,11 @@ using namespace qorkes::test;
 
 namespace {
 
-#include <qor_core/_heap/_qor_cos_scalar_tables.inc>
-#include <qor_core/_heap/_qor_reduce_pio2_tables.inc>
-#include <qor_core/_heap/_qor_sin_piece_tables.inc>
-#include <qor_core/_heap/_qor_sin_scalar_tables.inc>
-#include <qor_core/_heap/_qor_sincos_scalar_tables.inc>
-#include <qor_core/_heap/_qor_tan_scalar_tables.inc>
-#include <qor_core/sincos/qor_a6_dsincos_tables.inc>
-
-static_assert(_dSinTab[1][0] == -0.004815273327803114 &&
-              _dSinTab[1][1] == 0.0980171403295606 &&
-              _dSinTab[1][2] == -1.6345824060817233e-18 && _dSinTab[1][3] == 1.0);
-static_assert(_dSinTab[8][0] == 0.20710678118654752 &&
-              _dSinTab[8][2] == -4.833646783938113e-17 && _dSinTab[8][3] == 0.5);
-static_assert(hasPattern(_dSinTab[16][3], 0x8000000000000000));
-static_assert(_dTanTab[6].tanLead == 1 && _dTanTab[7].tanLead == 2 &&
-              _dTanTab[9].tanLead == 0 && _dTanTab[9].tanPoleFlag == 1 &&
-              _dTanTab[23].mask == 0xFFFFFFF800000000 && _dTanTab[24].mask == 0);
-static_assert(hasPattern(_qorReductionTab[7], 0x3E64442D18469899) &&
-              hasPattern(_qorReductionTab[13], 0x3A61701B839A2520) &&
-              hasPattern(_qorReductionTab[18], 0x3A845C06E0E68948) &&
-              hasPattern(_qorReductionTab[21], 0x4C745F3060000000));
-static_assert(sinPieceT4[0] == -2.5051823200351557e-08 &&
-              sinPieceT0[64] == -0.16666665171049472 &&
-              sinPieceT4[64] == -2.3110163778536015e-08);
-static_assert(sinCosS3[0] == 2.7557301060236224e-06 &&
-              sinCosC3[0] == -2.755680352867429e-07);
-
-TEST(TrigTables, ThreeCopiesOfTheSineRows) {
-    EXPECT_EQ(std::memcmp(_dSinTab, _dCosTab, sizeof _dSinTab), 0);
-    EXPECT_EQ(std::memcmp(_dSinTab, _dSinCosTab, sizeof _dSinTab), 0);
-}
-
-template <class T> using Vector = void (*)(int n, const T* a, T* y);
-
 /// Half of a kernel with two results.
-template <auto kernel, bool second, class T> void output(int n, const T* a, T* y) {
+template <auto kernel, bool second, class T> void half(int n, const T* a, T* y) {
     std::vector<T> other(static_cast<std::size_t>(n));
     kernel(n, a, second ? other.data() : y, second ? y : other.data());
 }
-
-template <class T> struct Kernel {
-    const char* function;
-    const char* name; // in reports
-    Vector<T> run;
-    double (*scalar)(double);
-    T last; // argument before the scalar code takes over
-    double error;
-};
 
 double sineOf(double x) {
     double s, c;
@@ -72,40 +30,41 @@ double cosineOf(double x) {
     return c;
 }
 
-constexpr double lastDouble = 0x1.f3fffffffffffp+16; // before 128000
-
-template <class T> std::vector<Kernel<T>> kernels();
-template <> std::vector<Kernel<double>> kernels() {
-    return {
-        {"Sin", "dSin_HA", _qordSin_HA, _dSin, lastDouble, 0.62},
-        {"Cos", "dCos_HA", _qordCos_HA, _dCos, lastDouble, 0.62},
-        {"Sin", "dSinCos_HA", output<_qordSinCos_HA, false>, sineOf, lastDouble, 0.65},
-        {"Cos", "dSinCos_HA", output<_qordSinCos_HA, true>, cosineOf, lastDouble, 0.65},
-        {"Tan", "dTan_HA", _qordTan_HA, _dTan, lastDouble, 1.0},
-        {"Tan", "dTan_LA", _qordTan_50, _dTan, lastDouble, 2.6}};
-}
-template <> std::vector<Kernel<float>> kernels() {
-    return {{"Sin", "sSin_HA", _qorsSin_HA, _dSin, 500000, 0.87},
-            {"Cos", "sCos_HA", _qorsCos_HA, _dCos, 500000, 0.87},
-            {"Sin", "sSinCos_HA", output<_qorsSinCos_HA, false>, _dSin, 1000000, 0.65},
-            {"Cos", "sSinCos_HA", output<_qorsSinCos_HA, true>, _dCos, 1000000, 0.65},
-            {"Tan", "sTan_HA", _qorsTan_HA, _dTan, 128000, 1.05},
-            {"Sin", "sSin_LA", _qorsSin_21, _dSin, 1000000, 3.5},
-            {"Cos", "sCos_LA", _qorsCos_21, _dCos, 10048, 3.5},
-            {"Sin", "sSinCos_LA", output<_qorsSinCos_21, false>, _dSin, 1000000, 2.0},
-            {"Cos", "sSinCos_LA", output<_qorsSinCos_21, true>, _dCos, 1000000, 2.0},
-            {"Tan", "sTan_LA", _qorsTan_21, _dTan, 500000, 4.0}};
-}
-
-template <class T> class Trig : public testing::Test {
-protected:
-    template <class Check> void forEachKernel(Check&& check) {
-        for (const Kernel<T>& kernel : kernels<T>()) {
-            SCOPED_TRACE(std::string(kernel.name) + ' ' + kernel.function);
-            check(kernel);
-        }
-    }
+template <class T> struct Kernel {
+    const char* function;
+    void (*run)(int n, const T* a, T* y);
+    double (*scalar)(double);
+    T last; // argument before the scalar code takes over
+    double error;
 };
+template <class T> const std::vector<Kernel<T>> kernels;
+
+constexpr double near = 0x1.f3fffffffffffp+16; // before 128000
+
+template <>
+const std::vector<Kernel<double>> kernels<double> = {
+    {"Sin", _qordSin_HA, _dSin, near, 0.62},
+    {"Cos", _qordCos_HA, _dCos, near, 0.62},
+    {"Sin", half<_qordSinCos_HA, false>, sineOf, near, 0.65},
+    {"Cos", half<_qordSinCos_HA, true>, cosineOf, near, 0.65},
+    {"Tan", _qordTan_HA, _dTan, near, 1.0},
+    {"Tan", _qordTan_50, _dTan, near, 2.6},
+};
+template <>
+const std::vector<Kernel<float>> kernels<float> = {
+    {"Sin", _qorsSin_HA, _dSin, 500000, 0.87},
+    {"Cos", _qorsCos_HA, _dCos, 500000, 0.87},
+    {"Sin", half<_qorsSinCos_HA, false>, _dSin, 1000000, 0.65},
+    {"Cos", half<_qorsSinCos_HA, true>, _dCos, 1000000, 0.65},
+    {"Tan", _qorsTan_HA, _dTan, 128000, 1.05},
+    {"Sin", _qorsSin_21, _dSin, 1000000, 3.5},
+    {"Cos", _qorsCos_21, _dCos, 10048, 3.5},
+    {"Sin", half<_qorsSinCos_21, false>, _dSin, 1000000, 2.0},
+    {"Cos", half<_qorsSinCos_21, true>, _dCos, 1000000, 2.0},
+    {"Tan", _qorsTan_21, _dTan, 500000, 4.0},
+};
+
+template <class T> class Trig : public testing::Test {};
 using Precisions = testing::Types<double, float>;
 TYPED_TEST_SUITE(Trig, Precisions);
 
@@ -120,7 +79,8 @@ template <class T> T tellingArgument(const Kernel<T>& kernel) {
 
 TYPED_TEST(Trig, LimitSendsTheWholeGroupToTheScalarCode) {
     using T = TypeParam;
-    this->forEachKernel([](const Kernel<T>& kernel) {
+    for (const Kernel<T>& kernel : kernels<T>) {
+        SCOPED_TRACE(testing::Message() << kernel.function << ' ' << kernel.error);
         const T telling = tellingArgument(kernel);
         const T beyond = std::nextafter(kernel.last, T{1e9});
         const T scalar = static_cast<T>(kernel.scalar(telling));
@@ -146,69 +106,32 @@ TYPED_TEST(Trig, LimitSendsTheWholeGroupToTheScalarCode) {
                         << i << " beside " << place;
                 }
             }
-    });
-}
-
-TYPED_TEST(Trig, SpecialValues) {
-    using T = TypeParam;
-    constexpr bool isDouble = std::is_same_v<T, double>;
-    std::vector<Expected<T>> rows;
-    if constexpr (isDouble) {
-        constexpr uint64_t defaultNaN = 0xFFF8000000000000;
-        rows = {
-            {0x7FF0000000000000, defaultNaN, 1}, {0xFFF0000000000000, defaultNaN, 1},
-            {0x7FF0000000000001, defaultNaN, 1}, // nothing in the high fraction
-            {0xFFF00000FFFFFFFF, defaultNaN, 1}, {0x7FF8000000000001, defaultNaN, {}},
-            {0x7FF0000100000000, defaultNaN, {}}};
-    } else {
-        rows = {{0x7F800000, 0xFFC00000, 1},
-                {0xFF800000, 0xFFC00000, 1},
-                {0x7FC00123, 0x7FC00123, {}},
-                {0x7F800001, 0x7FC00001, {}}};
     }
-    this->forEachKernel([&](const Kernel<T>& kernel) {
-        for (const Expected<T>& row : rows)
-            expectElement<T>(kernel.run, kernel.name, 1, row);
-    });
-}
-
-TYPED_TEST(Trig, ZerosKeepTheirSignAndDenormalsTheirValue) {
-    using T = TypeParam;
-    this->forEachKernel([](const Kernel<T>& kernel) {
-        constexpr T tiny = std::numeric_limits<T>::denorm_min();
-        const T a[5] = {0, -T{0}, tiny, -tiny, -T{0}};
-        T y[5];
-        kernel.run(5, a, y);
-        if (kernel.function != std::string("Cos")) {
-            EXPECT_TRUE(sameBits(a, y, 5));
-            return;
-        }
-        for (const T cosine : y)
-            EXPECT_NEAR(cosine, 1, std::numeric_limits<T>::epsilon());
-    });
 }
 
 TYPED_TEST(Trig, Errors) {
     using T = TypeParam;
-    this->forEachKernel([](const Kernel<T>& kernel) {
+    for (const Kernel<T>& kernel : kernels<T>) {
+        SCOPED_TRACE(testing::Message() << kernel.function << ' ' << kernel.error);
         const double last = std::min<double>(kernel.last, 4e5);
         for (const Range& range : {Range{1e-12, 1, Sign::both},
                                    {0.5, 10, Sign::both},
                                    {1, last, Sign::both},
                                    {last / 2, last, Sign::both},
                                    {2e6, 1e37, Sign::both}})
-            EXPECT_LE(largestError<T>(kernel.run, kernel.function, range), kernel.error)
+            EXPECT_LE(
+                largestError(kernel.run, kernel.function, draw<T>(range, 10000, 5)),
+                kernel.error)
                 << "up to " << range.largest;
-        // Beside multiples of pi/2, where most of the argument cancels.
-        Oracle oracle(kernel.function);
+        // Next to 0, and to multiples of pi/2, where most of the argument cancels.
+        constexpr T tiny = std::numeric_limits<T>::denorm_min();
+        std::vector<T> multiples = {0, -T{0}, tiny, -tiny};
         for (int k = 1; k < last / 1.6; k += 1 + k / 20) {
-            T a[2] = {static_cast<T>(k * (std::numbers::pi / 2)), 1}, y[2];
-            a[1] = std::nextafter(a[0], a[1]);
-            kernel.run(2, a, y);
-            EXPECT_LE(oracle.ulps(y[0], a[0]), kernel.error) << a[0];
-            EXPECT_LE(oracle.ulps(y[1], a[1]), kernel.error) << a[1];
+            multiples.push_back(static_cast<T>(k * (std::numbers::pi / 2)));
+            multiples.push_back(std::nextafter(multiples.back(), T{1}));
         }
-    });
+        EXPECT_LE(largestError(kernel.run, kernel.function, multiples), kernel.error);
+    }
 }
 
 TEST(FloatSinCos, AbsoluteErrorBeyondTheReach) {
@@ -223,14 +146,15 @@ TEST(FloatSinCos, AbsoluteErrorBeyondTheReach) {
 
 TEST(FloatTrig, ReductionThatIsSkippedChangesNothing) {
     const float inner[5] = {0.1f, -0.7f, 0x1.921fb6p-1f, -0x1.921fb6p-1f, 0.3f};
-    for (const auto& kernel : kernels<float>()) {
+    for (const auto& kernel : kernels<float>) {
         float alone[5], beside[8];
         kernel.run(5, inner, alone);
         for (int lane = 0; lane < 4; ++lane) {
             float a[8] = {3, 3, 3, 3, 3, 3, 3, 3};
             a[lane] = inner[lane];
             kernel.run(8, a, beside);
-            EXPECT_EQ(beside[lane], alone[lane]) << kernel.name << ' ' << inner[lane];
+            EXPECT_EQ(beside[lane], alone[lane])
+                << kernel.function << ' ' << inner[lane];
         }
     }
 }
@@ -238,26 +162,29 @@ TEST(FloatTrig, ReductionThatIsSkippedChangesNothing) {
 // ---- Scalar code -------------------------------------------------------------------
 
 template <class T> struct ScalarEntry {
-    void (*run)(int i, const T* a, T* y, int* status);
+    void (*run)(int i, const T* a, T* y);
     const char* name;
     double (*scalar)(double);
 };
-template <class T> struct ScalarPair {
-    void (*run)(int i, const T* a, T* y, T* z, int* status);
-    const char* name;
-};
+
+template <auto entry, class T> void one(int i, const T* a, T* y) {
+    entry(i, a, y, nullptr);
+}
+template <auto entry, bool second, class T> void halfOf(int i, const T* a, T* y) {
+    T other[3];
+    entry(i, a, second ? other : y, second ? y : other, nullptr);
+}
 
 /// With element 2 infinite: names and indices; with huge ones: values, and the same
 /// ones whatever the caller's control words.
-template <class T, class Call>
-void expectScalarCode(Call&& call, const char* name, double (*scalar)(double)) {
-    SCOPED_TRACE(name);
+template <class T> void expectScalarCode(const ScalarEntry<T>& entry) {
+    SCOPED_TRACE(entry.name);
     constexpr T infinity = std::numeric_limits<T>::infinity();
     T a[3] = {1, 2, infinity}, y[3] = {7, 7, 7};
     Reports reports;
-    call(2, a, y);
+    entry.run(2, a, y);
     ASSERT_EQ(reports.seen.size(), 1u);
-    EXPECT_STREQ(reports.seen[0].funcName, name);
+    EXPECT_STREQ(reports.seen[0].funcName, entry.name);
     EXPECT_EQ(reports.seen[0].index, 2);
     EXPECT_EQ(reports.seen[0].argument1, infinity);
     EXPECT_TRUE(std::isnan(reports.seen[0].result2));
@@ -265,78 +192,57 @@ void expectScalarCode(Call&& call, const char* name, double (*scalar)(double)) {
 
     for (const T x : {T{0.1f}, T{1e6f}, -T{1e30f}, std::numeric_limits<T>::max()}) {
         a[2] = x;
-        const T expected = static_cast<T>(scalar(x));
+        const T expected = static_cast<T>(entry.scalar(x));
         for (const Fpu& setting : fpuSettings()) {
-            EXPECT_TRUE(leavesFpuAlone(setting, [&] { call(2, a, y); }));
+            EXPECT_TRUE(leavesFpuAlone(setting, [&] { entry.run(2, a, y); }));
             EXPECT_EQ(bitsOf(y[2]), bitsOf(expected)) << x;
         }
     }
 }
 
-TEST(ScalarCode, NamesReportsAndValues) {
-#define ENTRIES(T, p, function)                                                        \
-    {_qor##p##function##_SC_HA, #p #function "_HA", _d##function},                     \
-        {_qor##p##function##_SC_LA, #p #function "_LA", _d##function}, {               \
-        _qor##p##function##_SC_A11, #p #function "_A11", _d##function                  \
+#define ENTRIES(T, p, accuracy)                                                        \
+    {one<_qor##p##Sin_SC_##accuracy, T>, #p "Sin_" #accuracy, _dSin},                  \
+        {one<_qor##p##Cos_SC_##accuracy, T>, #p "Cos_" #accuracy, _dCos},              \
+        {one<_qor##p##Tan_SC_##accuracy, T>, #p "Tan_" #accuracy, _dTan},              \
+        {halfOf<_qor##p##SinCos_SC_##accuracy, false, T>, #p "SinCos_" #accuracy,      \
+         _dSin},                                                                       \
+    {                                                                                  \
+        halfOf<_qor##p##SinCos_SC_##accuracy, true, T>, #p "SinCos_" #accuracy, _dCos  \
     }
-    for (const ScalarEntry<double>& entry : std::initializer_list<ScalarEntry<double>>{
-             ENTRIES(double, d, Sin), ENTRIES(double, d, Cos), ENTRIES(double, d, Tan)})
-        expectScalarCode<double>(
-            [&](int i, const double* a, double* y) { entry.run(i, a, y, nullptr); },
-            entry.name, entry.scalar);
-    for (const ScalarEntry<float>& entry : std::initializer_list<ScalarEntry<float>>{
-             ENTRIES(float, s, Sin), ENTRIES(float, s, Cos), ENTRIES(float, s, Tan)})
-        expectScalarCode<float>(
-            [&](int i, const float* a, float* y) { entry.run(i, a, y, nullptr); },
-            entry.name, entry.scalar);
-#undef ENTRIES
-    const auto expectPair = [](const auto& entry, auto zero) {
-        using T = decltype(zero);
-        for (const bool second : {false, true})
-            expectScalarCode<T>(
-                [&](int i, const T* a, T* y) {
-                    T other[3];
-                    entry.run(i, a, second ? other : y, second ? y : other, nullptr);
-                },
-                entry.name, second ? _dCos : _dSin);
-    };
-    for (const auto& entry : {ScalarPair<double>{_qordSinCos_SC_HA, "dSinCos_HA"},
-                              {_qordSinCos_SC_LA, "dSinCos_LA"},
-                              {_qordSinCos_SC_A11, "dSinCos_A11"}})
-        expectPair(entry, 0.0);
-    for (const auto& entry : {ScalarPair<float>{_qorsSinCos_SC_HA, "sSinCos_HA"},
-                              {_qorsSinCos_SC_LA, "sSinCos_LA"},
-                              {_qorsSinCos_SC_A11, "sSinCos_A11"}})
-        expectPair(entry, 0.0f);
+
+TEST(ScalarCode, NamesReportsAndValues) {
+    const ScalarEntry<double> doubles[] = {
+        ENTRIES(double, d, HA), ENTRIES(double, d, LA), ENTRIES(double, d, A11)};
+    const ScalarEntry<float> singles[] = {ENTRIES(float, s, HA), ENTRIES(float, s, LA),
+                                          ENTRIES(float, s, A11)};
+    for (const auto& entry : doubles) expectScalarCode(entry);
+    for (const auto& entry : singles) expectScalarCode(entry);
 }
+#undef ENTRIES
 
 // ---- One argument ------------------------------------------------------------------
 
 TEST(ScalarFunctions, ErrorsOnBothSidesOfTheirLimits) {
-    const struct {
-        const char* function;
-        double (*run)(double);
-        double error;
-    } rows[] = {{"Sin", _dSin, 0.53}, {"Cos", _dCos, 0.53}, {"Tan", _dTan, 0.6}};
-    for (const auto& row : rows) {
-        Oracle oracle(row.function);
-        const auto expectNear = [&](double x) {
-            EXPECT_LE(oracle.ulps(row.run(x), x), row.error)
-                << row.function << ' ' << std::hexfloat << x;
+    // The double nearest to a multiple of pi/2, limits, and arguments at table angles.
+    std::vector<double> arguments = {6381956970095103 * 0x1p797};
+    for (const double limit : {0x1p-252, 12800.0, 0x1p17, 0x1p23, 0x1p30, 0x1p1023})
+        arguments.insert(arguments.end(), {std::nextafter(limit, 0), limit});
+    for (int j = 2; j < 128; ++j) arguments.push_back(j * (std::numbers::pi / 64));
+    for (const Range& range : {Range{0x1p-260, 1e-3, Sign::both},
+                               {1e-3, 0x1p17, Sign::both},
+                               {0x1p17, 0x1p31, Sign::both},
+                               {0x1p31, 1.7e308, Sign::both}})
+        for (const double x : draw<double>(range, 5000, 9)) arguments.push_back(x);
+
+    const auto errorOf = [&](const char* function, double (*scalar)(double)) {
+        const auto run = [=](int n, const double* a, double* y) {
+            std::transform(a, a + n, y, scalar);
         };
-        for (const Range& range : {Range{0x1p-260, 1e-3, Sign::both},
-                                   {1e-3, 0x1p17, Sign::both},
-                                   {0x1p17, 0x1p31, Sign::both},
-                                   {0x1p31, 1.7e308, Sign::both}})
-            for (const double x : draw<double>(range, 5000, 9)) expectNear(x);
-        for (const double limit : {0x1p-252, 12800.0, 0x1p17, 0x1p23, 0x1p30, 0x1p1023})
-            for (const double x : {std::nextafter(limit, 0), limit}) expectNear(x);
-        // The double nearest to a multiple of pi/2, and arguments at table angles.
-        expectNear(6381956970095103 * 0x1p797);
-        for (int j = 1; j < 64; ++j)
-            for (const double half : {0.0, 0.5})
-                expectNear((j + half) * (std::numbers::pi / 32));
-    }
+        return largestError(run, function, arguments);
+    };
+    EXPECT_LE(errorOf("Sin", _dSin), 0.53);
+    EXPECT_LE(errorOf("Cos", _dCos), 0.53);
+    EXPECT_LE(errorOf("Tan", _dTan), 0.6);
 }
 
 TEST(ScalarFunctions, SpecialArguments) {
@@ -386,9 +292,9 @@ template <class Call> bool losesFlags(Call&& call) {
 }
 
 TEST(DoubleTrig, FarGroupsReinitialiseTheUnitInSinAndCosAlone) {
-    double near[5] = {1, 2, 3, 4, 5}, far[5] = {1, 2, 3, 4, 1e6}, y[5], z[5];
+    double close[5] = {1, 2, 3, 4, 5}, far[5] = {1, 2, 3, 4, 1e6}, y[5], z[5];
     for (const auto kernel : {_qordSin_HA, _qordCos_HA}) {
-        EXPECT_FALSE(losesFlags([&] { kernel(5, near, y); }));
+        EXPECT_FALSE(losesFlags([&] { kernel(5, close, y); }));
         EXPECT_TRUE(losesFlags([&] { kernel(5, far, y); }));
         // A caller's exception masks survive it: here denormals are not masked.
         EXPECT_TRUE(

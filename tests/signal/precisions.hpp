@@ -12,31 +12,28 @@ namespace qorkes::test {
 
 template <class T> struct Zubs;
 
+#define ENTRIES(bits)                                                                  \
+    static constexpr auto initAlloc = zubsFFTInitAlloc_R_##bits##f;                    \
+    static constexpr auto release = zubsFFTFree_R_##bits##f;                           \
+    static constexpr auto bufSize = zubsFFTGetBufSize_R_##bits##f;                     \
+    static constexpr auto forward = zubsFFTFwd_RToPerm_##bits##f;                      \
+    static constexpr auto inverse = zubsFFTInv_PermToR_##bits##f;                      \
+    static constexpr auto multiply = zubsMulPerm_##bits##f_I;                          \
+    static constexpr auto convolve = zubsConv_##bits##f
+
 template <> struct Zubs<double> {
-    static constexpr auto initAlloc = zubsFFTInitAlloc_R_64f;
-    static constexpr auto release = zubsFFTFree_R_64f;
-    static constexpr auto bufSize = zubsFFTGetBufSize_R_64f;
-    static constexpr auto forward = zubsFFTFwd_RToPerm_64f;
-    static constexpr auto inverse = zubsFFTInv_PermToR_64f;
-    static constexpr auto multiply = zubsMulPerm_64f_I;
-    static constexpr auto convolve = zubsConv_64f;
+    ENTRIES(64);
     static constexpr long double epsilon = 0x1p-52L;
     static constexpr long double errorPerRootOfOrder = 0.35L * epsilon;
     static constexpr int firstImpossibleOrder = 28;
 };
-
 template <> struct Zubs<float> {
-    static constexpr auto initAlloc = zubsFFTInitAlloc_R_32f;
-    static constexpr auto release = zubsFFTFree_R_32f;
-    static constexpr auto bufSize = zubsFFTGetBufSize_R_32f;
-    static constexpr auto forward = zubsFFTFwd_RToPerm_32f;
-    static constexpr auto inverse = zubsFFTInv_PermToR_32f;
-    static constexpr auto multiply = zubsMulPerm_32f_I;
-    static constexpr auto convolve = zubsConv_32f;
+    ENTRIES(32);
     static constexpr long double epsilon = 0x1p-23L;
     static constexpr long double errorPerRootOfOrder = 0.5L * epsilon;
     static constexpr int firstImpossibleOrder = 29;
 };
+#undef ENTRIES
 
 using Precisions = ::testing::Types<double, float>;
 

@@ -8,33 +8,32 @@ using namespace qorkes::test;
 namespace {
 
 template <class T> struct Engines;
+
+#define ENGINES(bits, letter)                                                          \
+    static constexpr auto initBase = zubs_initTabTwdBase_##bits##f;                    \
+    static constexpr auto initTwiddles = zubs_initTabTwd_L1_##bits##f;                 \
+    static constexpr auto reverse = zubs_BitRev1_##letter;                             \
+    static constexpr auto reverseTo = zubs_BitRev2_##letter;                           \
+    static constexpr auto toReal = zubs_cRealRecombine_##bits##f;                      \
+    static constexpr auto toComplex = zubs_cCcsRecombine_##bits##f;                    \
+    static constexpr auto scale = zubs_rbMpy1_##bits##f
+
 template <> struct Engines<double> {
+    ENGINES(64, Z);
     static constexpr int smallest = 2;
-    static constexpr auto initBase = zubs_initTabTwdBase_64f;
-    static constexpr auto initTwiddles = zubs_initTabTwd_L1_64f;
-    static constexpr auto reverse = zubs_BitRev1_Z;
-    static constexpr auto reverseTo = zubs_BitRev2_Z;
-    static constexpr auto toReal = zubs_cRealRecombine_64f;
-    static constexpr auto toComplex = zubs_cCcsRecombine_64f;
-    static constexpr auto scale = zubs_rbMpy1_64f;
     static void core(int sign, double* x, int n, const double* table, double*) {
         (sign < 0 ? zubs_cRadix4Fwd_64fc : zubs_cRadix4Inv_64fc)(x, n, table);
     }
 };
 template <> struct Engines<float> {
+    ENGINES(32, C);
     static constexpr int smallest = 3;
-    static constexpr auto initBase = zubs_initTabTwdBase_32f;
-    static constexpr auto initTwiddles = zubs_initTabTwd_L1_32f;
-    static constexpr auto reverse = zubs_BitRev1_C;
-    static constexpr auto reverseTo = zubs_BitRev2_C;
-    static constexpr auto toReal = zubs_cRealRecombine_32f;
-    static constexpr auto toComplex = zubs_cCcsRecombine_32f;
-    static constexpr auto scale = zubs_rbMpy1_32f;
     static void core(int sign, float* x, int n, const float* table, float* buffer) {
         (sign < 0 ? zubs_cRadix4Fwd_32fc : zubs_cRadix4Inv_32fc)(x, n, table, buffer,
                                                                  1);
     }
 };
+#undef ENGINES
 
 template <class T> struct ComplexEngines : testing::Test {};
 TYPED_TEST_SUITE(ComplexEngines, Precisions);
@@ -93,33 +92,26 @@ TYPED_TEST(ComplexEngines, MirroredRecombination) {
     using E = Engines<TypeParam>;
     constexpr int n = 16;
     const auto x = randomNumbers<TypeParam>(2 * n);
-    std::vector<TypeParam> forReal, forComplex;
-    for (int k = 0; k < n / 2 + 1; ++k) {
-        const Exact t = twoPi * k / (2 * n);
-        forReal.insert(forReal.end(),
-                       {TypeParam(std::cos(t) / 2), TypeParam(0.5L - std::sin(t) / 2)});
-        forComplex.insert(forComplex.end(),
-                          {TypeParam(std::cos(t)), TypeParam(-std::sin(t))});
+    // The pairs of sine and cosine; the float tables have real parts of four together.
+    alignas(16) TypeParam forReal[n], forComplex[n];
+    for (int k = 0; k < n / 2; ++k) {
+        const bool split = sizeof(TypeParam) == 4;
+        const int re = split ? k / 4 * 8 + k % 4 : 2 * k, im = split ? re + 4 : re + 1;
+        const Exact t = twoPi * (k + split) / (2 * n);
+        forReal[re] = TypeParam(std::cos(t) / 2);
+        forReal[im] = TypeParam(0.5L - std::sin(t) / 2);
+        forComplex[re] = TypeParam(std::cos(t));
+        forComplex[im] = TypeParam(-std::sin(t));
     }
-    alignas(16) TypeParam tables[2][n];
-    const std::vector<TypeParam>* const pairs[] = {&forReal, &forComplex};
-    for (int which = 0; which < 2; ++which)
-        for (int k = 0; k < n / 2; ++k)
-            for (int part = 0; part < 2; ++part) {
-                const bool split = sizeof(TypeParam) == 4;
-                const int place = split ? k / 4 * 8 + k % 4 + 4 * part : 2 * k + part;
-                tables[which][place] =
-                    (*pairs[which])[2 * (size_t(k) + split) + size_t(part)];
-            }
 
     auto z = pairsOf(transform(complexOf(x), 1));
     std::vector<TypeParam> data(z.begin(), z.end()), back(2 * n);
-    E::toReal(data.data(), n, -1, tables[0]);
+    E::toReal(data.data(), n, -1, forReal);
     auto expected = pairsOf(transform({x.begin(), x.end()}, 1));
     for (int i = 2; i < 2 * n; ++i)
         EXPECT_NEAR(double(data[size_t(i)]), double(expected[size_t(i)]),
                     double(40 * Zubs<TypeParam>::epsilon));
-    E::toComplex(data.data(), back.data(), n, 1, tables[1]);
+    E::toComplex(data.data(), back.data(), n, 1, forComplex);
     for (int i = 2; i < 2 * n; ++i)
         EXPECT_NEAR(double(back[size_t(i)]), 2 * double(z[size_t(i)]),
                     double(80 * Zubs<TypeParam>::epsilon));

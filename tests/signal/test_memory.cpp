@@ -21,14 +21,14 @@ Bytes numbered(size_t n) {
 
 TEST(Memory, AlignedOrNull) {
     for (int len : {1, 5, 31, 32, 33, 1000, 70000}) {
-        void* const arrays[] = {zubsMalloc_8u(len), zubsMalloc_32f(len),
-                                zubsMalloc_64f(len)};
-        const size_t size[] = {1, 4, 8};
-        for (int k = 0; k < 3; ++k) {
-            ASSERT_NE(arrays[k], nullptr);
-            EXPECT_EQ(reinterpret_cast<uintptr_t>(arrays[k]) % 32, 0u);
-            std::memset(arrays[k], 0xA5, static_cast<size_t>(len) * size[k]);
-            zubsFree(arrays[k]);
+        const std::pair<void*, size_t> arrays[] = {{zubsMalloc_8u(len), 1},
+                                                   {zubsMalloc_32f(len), 4},
+                                                   {zubsMalloc_64f(len), 8}};
+        for (const auto& [array, size] : arrays) {
+            ASSERT_NE(array, nullptr);
+            EXPECT_EQ(reinterpret_cast<uintptr_t>(array) % 32, 0u);
+            std::memset(array, 0xA5, static_cast<size_t>(len) * size);
+            zubsFree(array);
         }
     }
     for (int len : {0, -1, INT_MIN}) {

@@ -21,69 +21,61 @@ namespace qorkes::test {
 /// Writes f(a, b), or f(a), to the first operand.
 using ExactFunction = void (*)(mpfr_ptr value, mpfr_srcptr a, mpfr_srcptr b);
 
-// One row, for a function of MPFR with one or two arguments.
-#define QORKES_EXACT_1(name, f)                                                        \
-    {                                                                                  \
-        name, 0, [](mpfr_ptr v, mpfr_srcptr a, mpfr_srcptr) { f(v, a, MPFR_RNDN); }    \
-    }
-#define QORKES_EXACT_2(name, f)                                                        \
-    {                                                                                  \
-        name, 0,                                                                       \
-            [](mpfr_ptr v, mpfr_srcptr a, mpfr_srcptr b) { f(v, a, b, MPFR_RNDN); }    \
-    }
+template <auto f> void exactOfOne(mpfr_ptr value, mpfr_srcptr a, mpfr_srcptr) {
+    f(value, a, MPFR_RNDN);
+}
+template <auto f> void exactOfTwo(mpfr_ptr value, mpfr_srcptr a, mpfr_srcptr b) {
+    f(value, a, b, MPFR_RNDN);
+}
+inline void exactInverse(mpfr_ptr value, mpfr_srcptr a, mpfr_srcptr) {
+    mpfr_ui_div(value, 1, a, MPFR_RNDN);
+}
+inline void exactInverseOfCbrt(mpfr_ptr value, mpfr_srcptr a, mpfr_srcptr) {
+    mpfr_cbrt(value, a, MPFR_RNDN);
+    mpfr_ui_div(value, 1, value, MPFR_RNDN);
+}
 
 /// The function of this name (a name of the catalogue), and of SinCos the first result,
 /// the sine, or the second.
 inline ExactFunction exactFunction(const char* name, int output = 0) {
     static constexpr struct {
         const char* name;
-        int output;
         ExactFunction exact;
+        int output = 0;
     } rows[] = {
-        QORKES_EXACT_1("Acos", mpfr_acos),
-        QORKES_EXACT_1("Acosh", mpfr_acosh),
-        QORKES_EXACT_1("Asin", mpfr_asin),
-        QORKES_EXACT_1("Asinh", mpfr_asinh),
-        QORKES_EXACT_1("Atan", mpfr_atan),
-        QORKES_EXACT_2("Atan2", mpfr_atan2),
-        QORKES_EXACT_1("Atanh", mpfr_atanh),
-        QORKES_EXACT_1("Cbrt", mpfr_cbrt),
-        QORKES_EXACT_1("Cos", mpfr_cos),
-        QORKES_EXACT_1("Cosh", mpfr_cosh),
-        QORKES_EXACT_2("Div", mpfr_div),
-        QORKES_EXACT_1("Erf", mpfr_erf),
-        QORKES_EXACT_1("Erfc", mpfr_erfc),
-        QORKES_EXACT_1("Exp", mpfr_exp),
-        {"Inv", 0,
-         [](mpfr_ptr v, mpfr_srcptr a, mpfr_srcptr) {
-             mpfr_ui_div(v, 1, a, MPFR_RNDN);
-         }},
-        {"InvCbrt", 0,
-         [](mpfr_ptr v, mpfr_srcptr a, mpfr_srcptr) {
-             mpfr_cbrt(v, a, MPFR_RNDN);
-             mpfr_ui_div(v, 1, v, MPFR_RNDN);
-         }},
-        QORKES_EXACT_1("InvSqrt", mpfr_rec_sqrt),
-        QORKES_EXACT_1("Ln", mpfr_log),
-        QORKES_EXACT_1("Log10", mpfr_log10),
-        QORKES_EXACT_2("Pow", mpfr_pow),
-        QORKES_EXACT_2("Powx", mpfr_pow),
-        QORKES_EXACT_1("Sin", mpfr_sin),
-        QORKES_EXACT_1("SinCos", mpfr_sin),
-        {"SinCos", 1,
-         [](mpfr_ptr v, mpfr_srcptr a, mpfr_srcptr) { mpfr_cos(v, a, MPFR_RNDN); }},
-        QORKES_EXACT_1("Sinh", mpfr_sinh),
-        QORKES_EXACT_1("Sqrt", mpfr_sqrt),
-        QORKES_EXACT_1("Tan", mpfr_tan),
-        QORKES_EXACT_1("Tanh", mpfr_tanh),
+        {"Acos", exactOfOne<mpfr_acos>},
+        {"Acosh", exactOfOne<mpfr_acosh>},
+        {"Asin", exactOfOne<mpfr_asin>},
+        {"Asinh", exactOfOne<mpfr_asinh>},
+        {"Atan", exactOfOne<mpfr_atan>},
+        {"Atan2", exactOfTwo<mpfr_atan2>},
+        {"Atanh", exactOfOne<mpfr_atanh>},
+        {"Cbrt", exactOfOne<mpfr_cbrt>},
+        {"Cos", exactOfOne<mpfr_cos>},
+        {"Cosh", exactOfOne<mpfr_cosh>},
+        {"Div", exactOfTwo<mpfr_div>},
+        {"Erf", exactOfOne<mpfr_erf>},
+        {"Erfc", exactOfOne<mpfr_erfc>},
+        {"Exp", exactOfOne<mpfr_exp>},
+        {"Inv", exactInverse},
+        {"InvCbrt", exactInverseOfCbrt},
+        {"InvSqrt", exactOfOne<mpfr_rec_sqrt>},
+        {"Ln", exactOfOne<mpfr_log>},
+        {"Log10", exactOfOne<mpfr_log10>},
+        {"Pow", exactOfTwo<mpfr_pow>},
+        {"Powx", exactOfTwo<mpfr_pow>},
+        {"Sin", exactOfOne<mpfr_sin>},
+        {"SinCos", exactOfOne<mpfr_sin>},
+        {"SinCos", exactOfOne<mpfr_cos>, 1},
+        {"Sinh", exactOfOne<mpfr_sinh>},
+        {"Sqrt", exactOfOne<mpfr_sqrt>},
+        {"Tan", exactOfOne<mpfr_tan>},
+        {"Tanh", exactOfOne<mpfr_tanh>},
     };
     for (const auto& row : rows)
         if (std::strcmp(row.name, name) == 0 && row.output == output) return row.exact;
     throw std::invalid_argument(name);
 }
-
-#undef QORKES_EXACT_1
-#undef QORKES_EXACT_2
 
 class Oracle {
 public:

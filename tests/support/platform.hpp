@@ -16,9 +16,8 @@ constexpr bool hasSmallAddresses = sizeof(void*) == 4;
 using PassedDouble = std::conditional_t<hasSmallAddresses, std::uint64_t, double>;
 
 /// std::mt19937, whose words have 64 bits on some processors, with words of 32.
-using Random =
-    std::mersenne_twister_engine<std::uint32_t, 32, 624, 397, 31, 0x9908B0DF, 11,
-                                 0xFFFFFFFF, 7, 0x9D2C5680, 15, 0xEFC60000, 18,
-                                 1812433253>;
+using Random = std::mersenne_twister_engine<std::uint32_t, 32, 624, 397, 31, 0x9908B0DF,
+                                            11, 0xFFFFFFFF, 7, 0x9D2C5680, 15,
+                                            0xEFC60000, 18, 1812433253>;
 
 } // namespace qorkes::test

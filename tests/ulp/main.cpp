@@ -10,13 +10,12 @@
 
 #include <atomic>
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <iostream>
 #include <map>
 #include <sstream>
-#include <thread>
 
 using namespace qorkes;
 using namespace qorkes::ulp;
@@ -70,19 +69,13 @@ Errors<float> measureAll(const catalogue::Function& function, const Loop<float>&
     };
     Measurement<float> positives(function, loop, output);
     Measurement<float> negatives(function, loop, output);
-    std::exception_ptr failure;
-    std::thread other([&] {
+    auto other = std::async(std::launch::async, [&] {
         withoutReports();
-        try {
-            negatives.run(half, 2 * half, progress);
-        } catch (...) {
-            failure = std::current_exception();
-        }
+        negatives.run(half, 2 * half, progress);
     });
     positives.run(0, half, progress);
-    other.join();
+    other.get();
     std::fputs("\r", stderr);
-    if (failure) std::rethrow_exception(failure);
     return {largerOf(positives.extremes(), negatives.extremes()), {}};
 }
 

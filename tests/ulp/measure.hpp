@@ -193,6 +193,7 @@ private:
 
     void checkQuick(T a, T b) const {
         const long double value = row_.screen.precise(a, b);
+        if (!std::isfinite(static_cast<double>(value))) return;
         const long double error = std::fabs(row_.screen.quick(a, b) - value);
         constexpr long double tolerance =
             screenUlps * std::numeric_limits<double>::epsilon();

@@ -11,10 +11,10 @@
 
 namespace qorkes {
 
-/// The type of a sum under way, and its end.
+/// The type of a sum under way.
 template <class Work> using SumOf = std::conditional_t<sizeof(Work) == 8, ext, float>;
 
-QORKES_INLINE void store(double& z, const ext& sum) { z = round64(sum); }
+/// Of floats, rounded as it is.
 QORKES_INLINE void store(float& z, const float& sum) { z = sum; }
 
 QORKES_INLINE void addProducts(ext& sum, const double* x, const double* y, int n) {

@@ -76,18 +76,18 @@ constexpr uint32_t erfcRowsFrom = 0x3B900000; // 2^-70, high word of a double
 /// numbers for which erfc is 2, positive ones for which it is 0.
 template <class T, auto _ErrorGate>
 QORKES_COLD void specialErfc(int i, const T* a, T* y) {
-    if (isNaN(a[i])) return narrow(y[i], ext{a[i]} * a[i]);
+    if (isNaN(a[i])) return store(y[i], ext{a[i]} * a[i]);
     const double x = a[i];
     const uint32_t high = highWord(x) & magnitudeBits;
     const bool isNegative = highWord(x) & signBit;
     if (high < erfcRowsFrom) {
-        narrow(y[i], 1.0L + x);
+        store(y[i], 1.0L + x);
     } else if (high == doubleInfinityHigh) {
         y[i] = isNegative ? 2 : 0;
     } else if (isNegative) {
-        narrow(y[i], 2.0L - inRegister(ext{erfcTiny}));
+        store(y[i], 2.0L - inRegister(ext{erfcTiny}));
     } else {
-        narrow(y[i], inRegister(ext{erfcTiny}) * erfcTiny);
+        store(y[i], inRegister(ext{erfcTiny}) * erfcTiny);
         _ErrorGate(QOR_STATUS_UNDERFLOW, i, a, y);
     }
 }

@@ -34,9 +34,6 @@ constexpr uint32_t erfRowsFrom = 0x3FC00000;              // 1/8
 constexpr uint64_t erfSaturate = 0x4017AFB48DC96628;      // 5.9215871957945083
 constexpr uint64_t erfDenormalBelow = 0x000E2DFC48DA77B5; // 1.971920364530142e-308
 
-QORKES_INLINE void narrow(double& y, ext value) { y = round64(value); }
-QORKES_INLINE void narrow(float& y, ext value) { y = round32(value); }
-
 /// x in two parts of 26 bits.
 QORKES_INLINE Parts split(ext x) {
     const ext scaled = x * 0x1.0000002p+27;
@@ -74,23 +71,23 @@ QORKES_INLINE ext seriesErf(ext x) {
 
 /// What the rows do not serve.
 template <class T> QORKES_NOINLINE void specialErf(int i, const T* a, T* y) {
-    if (isNaN(a[i])) return narrow(y[i], ext{a[i]} + a[i]);
+    if (isNaN(a[i])) return store(y[i], ext{a[i]} + a[i]);
     const double x = a[i];
     const uint64_t magnitude = bitsOf(x) & ~(uint64_t{signBit} << 32);
     const auto high = static_cast<uint32_t>(magnitude >> 32);
     if (magnitude == 0) {
         y[i] = a[i];
     } else if (magnitude < erfDenormalBelow) {
-        narrow(y[i], roundedToDenormal(linearErf(x)));
+        store(y[i], roundedToDenormal(linearErf(x)));
     } else if (high < erfSeriesFrom) {
         const Parts erf = linearErf(x);
-        narrow(y[i], erf.high + erf.low);
+        store(y[i], erf.high + erf.low);
     } else if (high < erfRowsFrom) {
-        narrow(y[i], seriesErf(x));
+        store(y[i], seriesErf(x));
     } else {
         // Inexact, but for an infinity.
         const ext one = high < doubleInfinityHigh ? inRegister(0x1p-200L) + 1.0L : 1.0L;
-        narrow(y[i], highWord(x) & signBit ? -one : one);
+        store(y[i], highWord(x) & signBit ? -one : one);
     }
 }
 

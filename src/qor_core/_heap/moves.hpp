@@ -31,9 +31,9 @@ template <class Move> QORKES_INLINE void inBlocksOfEight(int n, Move&& move) {
     for (; i < n; ++i) move(i);
 }
 
-/// y[i] = a[i * incra]; index arithmetic is 32-bit and may be negative.
+/// y[i] = a[i * incra]; indices are as wide as pointers and may be negative.
 template <class T> QORKES_INLINE void packStrided(int n, const T* a, int incra, T* y) {
-    inBlocksOfEight(n, [=](int i) { moveBits(y[i], a[i * incra]); });
+    inBlocksOfEight(n, [=](int i) { moveBits(y[i], a[ptrdiff_t{i} * incra]); });
 }
 
 template <class T>
@@ -43,7 +43,7 @@ QORKES_INLINE void packIndexed(int n, const T* a, const int* ia, T* y) {
 
 template <class T>
 QORKES_INLINE void unpackStrided(int n, const T* a, T* y, int incry) {
-    inBlocksOfEight(n, [=](int i) { moveBits(y[i * incry], a[i]); });
+    inBlocksOfEight(n, [=](int i) { moveBits(y[ptrdiff_t{i} * incry], a[i]); });
 }
 
 template <class T>

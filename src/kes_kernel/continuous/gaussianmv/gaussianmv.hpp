@@ -7,15 +7,17 @@
 namespace qorkes {
 
 template <class T>
-QORKES_INLINE void setColumn(int n, T* w, const T* t, int stride, T z) {
+QORKES_INLINE void setColumn(int n, T* w, const T* t, ptrdiff_t stride, T z) {
     for (int i = 0; i < n; ++i) store(w[i], ext{t[i * stride]} * z);
 }
 
 /// w[i] = w[i] + t[i * stride] * z, rounded once; of floats, twice.
-QORKES_INLINE void addColumn(int n, double* w, const double* t, int stride, double z) {
+QORKES_INLINE void addColumn(int n, double* w, const double* t, ptrdiff_t stride,
+                             double z) {
     for (int i = 0; i < n; ++i) w[i] = round64(ext{t[i * stride]} * z + w[i]);
 }
-QORKES_INLINE void addColumn(int n, float* w, const float* t, int stride, float z) {
+QORKES_INLINE void addColumn(int n, float* w, const float* t, ptrdiff_t stride,
+                             float z) {
     const __m128 factor = _mm_set1_ps(z);
     const auto add = [=](__m128 sum, __m128 x) {
         return _mm_add_ps(sum, _mm_mul_ps(x, factor));
