@@ -226,7 +226,7 @@ int main(int argc, char** argv) {
     CLI::App app(
         "Times Qorkes and its peers alternately: peer's time divided by ours.");
     std::string filter, document, times, against;
-    int rounds = 20;
+    int rounds = 8;
     auto* part =
         app.add_option("--filter", filter, "only rows whose name has this part");
     app.add_option("--rounds", rounds, "rounds for each row in each of five passes")

@@ -19,9 +19,6 @@ template <class Real> QORKES_INLINE ext rangeScale(Real a, Real b, double step) 
     return (ext{b} - a) * step;
 }
 
-QORKES_INLINE void storeRounded(double& r, ext x) { r = round64(x); }
-QORKES_INLINE void storeRounded(float& r, ext x) { r = round32(x); }
-
 /// The low 64 bits of an SSE register, below 2^63, as a number. They reach memory by
 /// one store: the unit would wait for two stores of 32 bits to leave the store buffer
 /// before it could load them as one 64-bit integer.
@@ -52,12 +49,12 @@ QORKES_INLINE void mapWords(const WordInPlace* words, int n, Real* r, Map&& real
         _mm_store_ps(reinterpret_cast<float*>(numbers + 2),
                      _mm_unpackhi_ps(four, zero));
         asm("" : "+m"(numbers));
-        storeRounded(r[i], real(static_cast<ext>(numbers[0])));
-        storeRounded(r[i + 1], real(static_cast<ext>(numbers[1])));
-        storeRounded(r[i + 2], real(static_cast<ext>(numbers[2])));
-        storeRounded(r[i + 3], real(static_cast<ext>(numbers[3])));
+        store(r[i], real(static_cast<ext>(numbers[0])));
+        store(r[i + 1], real(static_cast<ext>(numbers[1])));
+        store(r[i + 2], real(static_cast<ext>(numbers[2])));
+        store(r[i + 3], real(static_cast<ext>(numbers[3])));
     }
-    for (; i < n; ++i) storeRounded(r[i], real(wordAsNumber(words[i])));
+    for (; i < n; ++i) store(r[i], real(wordAsNumber(words[i])));
 }
 
 /// r[i] becomes words[i] * scale + a. A shift by +0 is left out where it cannot even

@@ -37,7 +37,7 @@ QORKES_INLINE int drawReals(StreamState* stream, int n, Real* r, Real a, Real b)
     run(stateOf<Mcg59State>(stream), n, [=](int i, uint64_t x) {
         const auto low = static_cast<uint32_t>(x);
         const auto high = static_cast<uint32_t>(x >> 32);
-        storeRounded(r[i], wordsAsNumber(low, high) * scale + shift);
+        store(r[i], wordsAsNumber(low, high) * scale + shift);
     });
     return KesStatusOk;
 }

@@ -52,7 +52,7 @@ QORKES_INLINE int drawWh(StreamState* stream, int n, Real* r, Real a, Real b) {
             for (int j = 2; j >= 0; --j)
                 sum += static_cast<int32_t>(s[j]) * ext{reciprocals[j]};
             const double rounded = round64(sum);
-            storeRounded(r[i], (sum - integerPart(rounded)) * width + shift);
+            store(r[i], (sum - integerPart(rounded)) * width + shift);
         }
         r += count;
         n -= count;
