@@ -84,33 +84,40 @@ QORKES_INLINE void inGroups(int n, Group&& group, One&& one) {
 /// of dependent operations short; long ones fill the processor's queue.
 constexpr int blockSize = 128;
 
-/// `ordinary(i)` does the pairs of elements from i on before the first special one, or
-/// some of them, and returns how many elements these are; `special(i)` does each
-/// element of a special pair and `alone(i)` an odd last one.
-template <class Ordinary, class Special, class Alone>
-QORKES_INLINE void inPairs(int n, Ordinary&& ordinary, Special&& special,
-                           Alone&& alone) {
+/// `ordinary(i)` does whole groups of `size` elements from i on before the first
+/// special one, or some of them, and returns how many elements these are; `special(i)`
+/// does each element of a special group and `rest(i)` those at the end that make up no
+/// group.
+template <int size, class Ordinary, class Special, class Rest>
+QORKES_INLINE void inRuns(int n, Ordinary&& ordinary, Special&& special, Rest&& rest) {
     int i = 0;
-    while (n - i >= 2) {
+    while (n - i >= size) {
         const int done = ordinary(i);
         i += done;
         if (done != 0) continue;
-        special(i);
-        special(i + 1);
-        i += 2;
+        for (int k = 0; k < size; ++k) special(i + k);
+        i += size;
     }
-    if (i < n) alone(i);
+    for (; i < n; ++i) rest(i);
+}
+template <int size, class Ordinary, class One>
+QORKES_INLINE void inRuns(int n, Ordinary&& ordinary, One&& one) {
+    inRuns<size>(n, ordinary, one, one);
 }
 
-/// `ordinary(i)` does the elements from i on before the first special one, or some of
-/// them, and returns how many these are; `special(i)` does one element.
-template <class Ordinary, class Special>
-QORKES_INLINE void inRuns(int n, Ordinary&& ordinary, Special&& special) {
-    for (int i = 0; i < n;) {
-        const int done = ordinary(i);
-        i += done;
-        if (done == 0) special(i++);
+/// The first pass over a block: `take(i)` for each whole group of `size` elements
+/// before the first one that is not `isOrdinary(i)`, up to a block of them; returns how
+/// many elements these are.
+template <int size, class IsOrdinary, class Take>
+QORKES_INLINE int takeOrdinary(int n, IsOrdinary&& isOrdinary, Take&& take) {
+    const int last = (n < blockSize ? n : blockSize) - size;
+    int i = 0;
+    for (; i <= last; i += size) {
+        if (!isOrdinary(i)) [[unlikely]]
+            break;
+        take(i);
     }
+    return i;
 }
 
 /// A hint that the line `bytes` ahead of `p` is read once, soon.

@@ -174,16 +174,15 @@ struct PowBlock {
 QORKES_NOINLINE inline int takeMantissas(int n, const double* a, PowBlock& block) {
     static constexpr DoublePattern fraction{0xFFFFF, 0xFFFFFFFF}, one{0x3FF00000, 0};
     static constexpr DoublePattern kept{0xFFFFFFFF, 0xF8000000};
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last && arePositiveNormal(a + count); count += 2) {
-        const __m128 x = _mm_loadu_ps(reinterpret_cast<const float*>(a + count));
-        const __m128 m = _mm_or_ps(_mm_and_ps(x, fraction.load()), one.load());
-        _mm_store_ps(reinterpret_cast<float*>(block.mantissa + count), m);
-        _mm_store_ps(reinterpret_cast<float*>(block.upper + count),
-                     _mm_and_ps(m, kept.load()));
-    }
-    return count;
+    return takeOrdinary<2>(
+        n, [=](int i) { return arePositiveNormal(a + i); },
+        [&](int i) {
+            const __m128 x = _mm_loadu_ps(reinterpret_cast<const float*>(a + i));
+            const __m128 m = _mm_or_ps(_mm_and_ps(x, fraction.load()), one.load());
+            _mm_store_ps(reinterpret_cast<float*>(block.mantissa + i), m);
+            _mm_store_ps(reinterpret_cast<float*>(block.upper + i),
+                         _mm_and_ps(m, kept.load()));
+        });
 }
 
 template <const PowTables& tables>
@@ -244,8 +243,7 @@ QORKES_NOINLINE void accuratePowers(int n, const double* a, const double* b,
         takePowers<tables, name, step>(i, count, block, a, b, y);
         return count;
     };
-    const auto scalar = [=](int i) { pow_scalar<tables, name, step>(i, a, b, y); };
-    inPairs(n, ordinary, scalar, scalar);
+    inRuns<2>(n, ordinary, [=](int i) { pow_scalar<tables, name, step>(i, a, b, y); });
 }
 
 } // namespace qorkes

@@ -113,18 +113,16 @@ QORKES_COLD void pow_scalar(int i, const float* a, const float* b, float* y) {
 /// number, up to a block of them; returns how many these are.
 template <const FloatPowTables& tables>
 QORKES_NOINLINE int takeLogarithms(int n, const float* a, Log2* log) {
-    const int end = n < blockSize ? n : blockSize;
     const FloatPowTables* table = inRegister(&tables);
     const float* numbers = inRegister(exponents.k + 1023 - 127);
-    int i = 0;
-    for (; i < end; ++i) {
-        const uint32_t bits = bitsOf(a[i]);
-        if (!isPositiveNormalFloat(bits)) break;
-        float mantissa;
-        setBits(mantissa, (bits & 0x7FFFFF) | 0x3F800000);
-        log[i] = log2Of(*table, numbers[bits >> 23], bits >> 3, mantissa);
-    }
-    return i;
+    return takeOrdinary<1>(
+        n, [=](int i) { return isPositiveNormalFloat(bitsOf(a[i])); },
+        [=](int i) {
+            const uint32_t bits = bitsOf(a[i]);
+            float mantissa;
+            setBits(mantissa, (bits & 0x7FFFFF) | 0x3F800000);
+            log[i] = log2Of(*table, numbers[bits >> 23], bits >> 3, mantissa);
+        });
 }
 
 /// The powers of the elements from `first` on.
@@ -148,7 +146,7 @@ QORKES_NOINLINE void floatPowers(int n, const float* a, const float* b, float* y
         takePowers<tables, name, step>(i, count, log, a, b, y);
         return count;
     };
-    inRuns(n, ordinary, [=](int i) { pow_scalar<tables, name, step>(i, a, b, y); });
+    inRuns<1>(n, ordinary, [=](int i) { pow_scalar<tables, name, step>(i, a, b, y); });
 }
 
 } // namespace qorkes

@@ -137,13 +137,12 @@ template <const Hyperbolic& f>
 QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
     double steps[blockSize];
     const ext stepsPerArgument = inRegister(log2OfE * hypUnit);
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last; count += 2) {
-        if (!isForTables<f>(a[count]) || !isForTables<f>(a[count + 1])) break;
-        steps[count] = hyperbolicSteps(a[count], stepsPerArgument);
-        steps[count + 1] = hyperbolicSteps(a[count + 1], stepsPerArgument);
-    }
+    const int count = takeOrdinary<2>(
+        n, [=](int i) { return isForTables<f>(a[i]) && isForTables<f>(a[i + 1]); },
+        [&](int i) {
+            steps[i] = hyperbolicSteps(a[i], stepsPerArgument);
+            steps[i + 1] = hyperbolicSteps(a[i + 1], stepsPerArgument);
+        });
     const HyperbolicConstants constants{stepsPerArgument};
     for (int i = 0; i < count; ++i)
         y[i] = tableHyperbolic<f>(a[i], steps[i], constants);
@@ -152,9 +151,9 @@ QORKES_NOINLINE int tablePairs(int n, const double* a, double* y) {
 
 template <const Hyperbolic& f>
 QORKES_NOINLINE void hyperbolics(int n, const double* a, double* y) {
-    const auto scalar = [=](int i) { scalarHyperbolic<f>(i, a, y); };
-    inPairs(
-        n, [=](int i) { return tablePairs<f>(n - i, a + i, y + i); }, scalar, scalar);
+    inRuns<2>(
+        n, [=](int i) { return tablePairs<f>(n - i, a + i, y + i); },
+        [=](int i) { scalarHyperbolic<f>(i, a, y); });
 }
 
 } // namespace qorkes

@@ -23,16 +23,13 @@ QORKES_INLINE uint32_t topWord(const float& x) { return bitsOf(x); }
 /// returns how many elements these are.
 template <class F, class T, class Slot>
 QORKES_NOINLINE int storeArguments(int n, const T* a, Slot* slots) {
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last; count += 2) {
-        if (!F::isForLogarithm(topWord(a[count])) ||
-            !F::isForLogarithm(topWord(a[count + 1])))
-            break;
-        slots[count].take(F::argument(loaded(a[count])));
-        slots[count + 1].take(F::argument(loaded(a[count + 1])));
-    }
-    return count;
+    const auto isForLogarithm = [=](int i) { return F::isForLogarithm(topWord(a[i])); };
+    return takeOrdinary<2>(
+        n, [=](int i) { return isForLogarithm(i) && isForLogarithm(i + 1); },
+        [=](int i) {
+            slots[i].take(F::argument(loaded(a[i])));
+            slots[i + 1].take(F::argument(loaded(a[i + 1])));
+        });
 }
 
 template <class F, auto logarithmPairs, class T>
@@ -46,8 +43,8 @@ QORKES_COLD void scalarInverse(int i, const T* a, T* y) {
 template <class F, auto logarithmPairs, class T>
 QORKES_INLINE void inversePairs(int n, const T* a, T* y) {
     const auto scalar = [=](int i) { scalarInverse<F, logarithmPairs>(i, a, y); };
-    inPairs(
-        n, [=](int i) { return logarithmPairs(n - i, a + i, y + i); }, scalar, scalar);
+    inRuns<2>(
+        n, [=](int i) { return logarithmPairs(n - i, a + i, y + i); }, scalar);
 }
 
 } // namespace qorkes

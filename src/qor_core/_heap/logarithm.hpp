@@ -31,11 +31,9 @@ QORKES_INLINE bool areForTable(const double* x) {
 /// Stores the rests of the pairs before the first one that is not for the table, up to
 /// a block of them; returns how many elements these are.
 QORKES_NOINLINE static int tableRests(int n, const double* a, double* rests) {
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last && areForTable(a + count); count += 2)
-        storeRests(rests + count, a + count);
-    return count;
+    return takeOrdinary<2>(
+        n, [=](int i) { return areForTable(a + i); },
+        [=](int i) { storeRests(rests + i, a + i); });
 }
 
 /// The logarithms of an even count of arguments, each given by its rest, `restOf(i)`,
@@ -119,9 +117,9 @@ QORKES_COLD void scalarLogarithm(int i, const double* a, double* y) {
 
 template <const Logarithm& f>
 QORKES_NOINLINE void logarithms(int n, const double* a, double* y) {
-    const auto scalar = [=](int i) { scalarLogarithm<f>(i, a, y); };
-    inPairs(
-        n, [=](int i) { return tablePairs<f>(n - i, a + i, y + i); }, scalar, scalar);
+    inRuns<2>(
+        n, [=](int i) { return tablePairs<f>(n - i, a + i, y + i); },
+        [=](int i) { scalarLogarithm<f>(i, a, y); });
 }
 
 } // namespace qorkes

@@ -77,8 +77,7 @@ QORKES_COLD inline void storeSpecialAngles(int lanes, __m128 ordinates,
     alignas(16) float a[4], b[4];
     _mm_store_ps(a, ordinates);
     _mm_store_ps(b, abscissas);
-    for (int lane = 0; lane < 4; ++lane)
-        if (lanes >> lane & 1) y[lane] = round32(_qorsatan2_scalar(a[lane], b[lane]));
+    forEachLane(lanes, [&](int k) { y[k] = round32(_qorsatan2_scalar(a[k], b[k])); });
 }
 
 /// Corrects some stored lanes.

@@ -60,13 +60,12 @@ QORKES_INLINE void storeMantissa(float& mantissa, const float& x) {
 /// Stores the mantissas of the pairs before the first special one, up to a block of
 /// them; returns how many elements these are.
 QORKES_NOINLINE static int storeMantissas(int n, const float* a, float* mantissas) {
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last && arePositiveNormal(a + count); count += 2) {
-        storeMantissa(mantissas[count], a[count]);
-        storeMantissa(mantissas[count + 1], a[count + 1]);
-    }
-    return count;
+    return takeOrdinary<2>(
+        n, [=](int i) { return arePositiveNormal(a + i); },
+        [=](int i) {
+            storeMantissa(mantissas[i], a[i]);
+            storeMantissa(mantissas[i + 1], a[i + 1]);
+        });
 }
 
 template <const SingleLogarithm& f>
@@ -102,7 +101,7 @@ QORKES_COLD void lastLogarithm(int i, const float* a, float* y) {
 
 template <const SingleLogarithm& f>
 QORKES_NOINLINE void logarithms(int n, const float* a, float* y) {
-    inPairs(
+    inRuns<2>(
         n, [=](int i) { return ordinaryPairs<f>(n - i, a + i, y + i); },
         [=](int i) { unitLogarithm<f>(i, a, y); },
         [=](int i) { lastLogarithm<f>(i, a, y); });

@@ -84,10 +84,10 @@ QORKES_NOINLINE int elementsWithRow(int n, const float* a, float* y) {
     const Tables* tables = inRegister(&erfcTables);
     double fourth[blockSize], erfc[blockSize], steps[blockSize];
     int scaled[blockSize];
-    const int last = n < blockSize ? n : blockSize;
-    int count = 0, scaledCount = 0;
-    for (; count < last && hasRow(a[count]); ++count)
-        fourth[count] = fourthPower(1.0L + magnitudeOf(a[count]));
+    const int count = takeOrdinary<1>(
+        n, [=](int i) { return hasRow(a[i]); },
+        [&](int i) { fourth[i] = fourthPower(1.0L + magnitudeOf(a[i])); });
+    int scaledCount = 0;
     for (int i = 0; i < count; ++i) {
         const uint32_t row = erfcRowOf(fourth[i]);
         erfc[i] = round64(sumAt(magnitudeOf(a[i]), tables->rows[row]));
@@ -108,7 +108,7 @@ QORKES_NOINLINE int elementsWithRow(int n, const float* a, float* y) {
 }
 
 QORKES_NOINLINE void complements(int n, const float* a, float* y) {
-    inRuns(
+    inRuns<1>(
         n, [=](int i) { return elementsWithRow(n - i, a + i, y + i); },
         [=](int i) { specialErfc<float, _ErrorGate>(i, a, y); });
 }

@@ -114,13 +114,12 @@ QORKES_INLINE void storeExp(double& y, const double& x, const double& steps,
 QORKES_NOINLINE int ordinaryPairs(int n, const double* a, double* y) {
     double steps[blockSize];
     const ext stepsPerArgument = inRegister(log2OfE * unit);
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last; count += 2) {
-        if (isForExpSc(a[count]) || isForExpSc(a[count + 1])) break;
-        steps[count] = stepsOf(a[count], stepsPerArgument);
-        steps[count + 1] = stepsOf(a[count + 1], stepsPerArgument);
-    }
+    const int count = takeOrdinary<2>(
+        n, [=](int i) { return !isForExpSc(a[i]) && !isForExpSc(a[i + 1]); },
+        [&](int i) {
+            steps[i] = stepsOf(a[i], stepsPerArgument);
+            steps[i + 1] = stepsOf(a[i + 1], stepsPerArgument);
+        });
     const Constants constants{stepsPerArgument};
     for (int i = 0; i < count; i += 2) {
         storeExp(y[i], a[i], steps[i], constants);
@@ -130,9 +129,9 @@ QORKES_NOINLINE int ordinaryPairs(int n, const double* a, double* y) {
 }
 
 QORKES_NOINLINE void exponentials(int n, const double* a, double* y) {
-    const auto scalar = [=](int i) { _ExpSc(i, a, y); };
-    inPairs(
-        n, [=](int i) { return ordinaryPairs(n - i, a + i, y + i); }, scalar, scalar);
+    inRuns<2>(
+        n, [=](int i) { return ordinaryPairs(n - i, a + i, y + i); },
+        [=](int i) { _ExpSc(i, a, y); });
 }
 
 } // namespace

@@ -108,11 +108,9 @@ struct Block {
 /// The rests of pairs before the first one with an x that is no positive normal number,
 /// up to a block of them; returns how many elements these are.
 QORKES_NOINLINE int takeRests(int n, const double* a, Block& block) {
-    const int last = (n < blockSize ? n : blockSize) - 2;
-    int count = 0;
-    for (; count <= last && arePositiveNormal(a + count); count += 2)
-        storeRests(block.rest + count, a + count);
-    return count;
+    return takeOrdinary<2>(
+        n, [=](int i) { return arePositiveNormal(a + i); },
+        [&](int i) { storeRests(block.rest + i, a + i); });
 }
 
 QORKES_NOINLINE void takeExponents(int n, const double* a, const double* b,
@@ -159,8 +157,7 @@ QORKES_NOINLINE void powers(int n, const double* a, const double* b, double* y) 
         takePowers(i, count, block, a, b, y);
         return count;
     };
-    const auto scalar = [=](int i) { pow_scalar(i, a, b, y); };
-    inPairs(n, ordinary, scalar, scalar);
+    inRuns<2>(n, ordinary, [=](int i) { pow_scalar(i, a, b, y); });
 }
 
 } // namespace

@@ -99,11 +99,9 @@ QORKES_COLD void powf_scalar(int i, const float* a, const float* b, float* y) {
 QORKES_NOINLINE int takeExponents(int n, const float* a, const float* b,
                                   double* exponent) {
     const Tables tables;
-    const int end = n < blockSize ? n : blockSize;
-    int i = 0;
-    for (; i < end && isPositiveNormalFloat(bitsOf(a[i])); ++i)
-        exponent[i] = round64(log2Of(bitsOf(a[i]), tables) * b[i]);
-    return i;
+    return takeOrdinary<1>(
+        n, [=](int i) { return isPositiveNormalFloat(bitsOf(a[i])); },
+        [&](int i) { exponent[i] = round64(log2Of(bitsOf(a[i]), tables) * b[i]); });
 }
 
 /// The powers of the elements from `first` on.
@@ -122,7 +120,7 @@ QORKES_NOINLINE void powers(int n, const float* a, const float* b, float* y) {
         takePowers(i, count, exponent, a, b, y);
         return count;
     };
-    inRuns(n, ordinary, [=](int i) { powf_scalar(i, a, b, y); });
+    inRuns<1>(n, ordinary, [=](int i) { powf_scalar(i, a, b, y); });
 }
 
 } // namespace

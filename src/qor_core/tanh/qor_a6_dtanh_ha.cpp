@@ -102,24 +102,20 @@ QORKES_INLINE bool areForTable(const double* x) {
 QORKES_NOINLINE int tableGroups(int n, const double* a, double* y) {
     Steps steps[blockSize];
     const Constants constants;
-    const int last = (n < blockSize ? n : blockSize) - 4;
-    int count = 0;
-    for (; count <= last && areForTable(a + count); count += 4)
-        for (int lane = count; lane < count + 4; ++lane)
-            storeSteps(steps[lane], a[lane], constants.twiceLog2OfE);
+    const int count = takeOrdinary<4>(
+        n, [=](int i) { return areForTable(a + i); },
+        [&](int i) {
+            for (int k = i; k < i + 4; ++k)
+                storeSteps(steps[k], a[k], constants.twiceLog2OfE);
+        });
     for (int i = 0; i < count; ++i) y[i] = tableTanh(a[i], steps[i], constants);
     return count;
 }
 
 QORKES_NOINLINE void tangents(int n, const double* a, double* y) {
-    int i = 0;
-    while (n - i >= 4) {
-        const int done = tableGroups(n - i, a + i, y + i);
-        const int scalars = done == 0 ? 4 : 0;
-        for (int lane = 0; lane < scalars; ++lane) _qordTanh_Scalar(i + lane, a, y);
-        i += done + scalars;
-    }
-    for (; i < n; ++i) _qordTanh_Scalar(i, a, y);
+    inRuns<4>(
+        n, [=](int i) { return tableGroups(n - i, a + i, y + i); },
+        [=](int i) { _qordTanh_Scalar(i, a, y); });
 }
 
 } // namespace

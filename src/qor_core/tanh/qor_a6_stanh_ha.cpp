@@ -73,22 +73,17 @@ QORKES_COLD void specialTangent(float& y, const float& x) {
 /// keep the chains of dependent operations short; returns how many these are.
 QORKES_NOINLINE int tableTangents(int n, const float* a, float* y) {
     float steps[blockSize];
-    const int last = n < blockSize ? n : blockSize;
-    int count = 0;
-    for (; count < last && isForTable(a[count]); ++count)
-        storeSteps(steps[count], a[count]);
+    const int count = takeOrdinary<1>(
+        n, [=](int i) { return isForTable(a[i]); },
+        [&](int i) { storeSteps(steps[i], a[i]); });
     for (int i = 0; i < count; ++i) storeTable(y[i], a[i], steps[i]);
     return count;
 }
 
 QORKES_NOINLINE void tangents(int n, const float* a, float* y) {
-    for (int i = 0; i < n;) {
-        i += tableTangents(n - i, a + i, y + i);
-        if (i < n && !isForTable(a[i])) {
-            specialTangent(y[i], a[i]);
-            ++i;
-        }
-    }
+    inRuns<1>(
+        n, [=](int i) { return tableTangents(n - i, a + i, y + i); },
+        [=](int i) { specialTangent(y[i], a[i]); });
 }
 
 } // namespace
