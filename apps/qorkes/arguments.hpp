@@ -13,6 +13,10 @@ class App;
 
 namespace qorkes {
 
+/// The most numbers that are made at a time: with 16 bytes each they fit the address
+/// space of the 32-bit program, and the other one has no other limit.
+constexpr int mostNumbers = 100'000'000;
+
 /// "a, b, c".
 std::string listed(const std::vector<std::string>& words);
 

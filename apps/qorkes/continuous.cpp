@@ -240,4 +240,12 @@ std::vector<Distribution> continuousDistributions() {
     };
 }
 
+Distribution gaussianMV() {
+    return {
+        .name = "gaussianmv",
+        .description = "normal vectors, say a=1,2 covariance=4,1,1,9 (rows)",
+        .methods = gaussian::methods,
+    };
+}
+
 } // namespace qorkes::catalogue

@@ -10,6 +10,7 @@ namespace qorkes::catalogue {
 
 std::vector<Distribution> continuousDistributions();
 std::vector<Distribution> discreteDistributions();
+Distribution gaussianMV();
 
 inline constexpr Range anyNumber = {"a finite number",
                                     [](double x) { return std::isfinite(x); }};

@@ -52,4 +52,12 @@ struct Distribution {
 /// In alphabetical order.
 std::span<const Distribution> distributions();
 
+/// The same, and GaussianMV, whose parameters are lists: its row has none.
+std::span<const Distribution> distributionsWithVectors();
+
+/// Whether a row is that of GaussianMV, which gives vectors and has no entries here.
+inline bool givesVectors(const Distribution& row) {
+    return !row.doubles && !row.integers && !row.words;
+}
+
 } // namespace qorkes::catalogue

@@ -1,12 +1,12 @@
 #include "drawing.hpp"
 
 #include "arguments.hpp"
-#include "distributions.hpp"
 #include "failure.hpp"
 #include "output.hpp"
 #include "picture.hpp"
 #include "summary.hpp"
 #include "text.hpp"
+#include "vectors.hpp"
 
 #include <algorithm>
 
@@ -16,8 +16,6 @@ namespace qorkes {
 namespace {
 
 using catalogue::Distribution;
-
-constexpr int64_t greatestCount = 100'000'000; // 16 bytes each fit the address space
 
 /// The parameters' values in the order of the distribution's row.
 std::vector<double> parametersOf(const Distribution& distribution,
@@ -42,17 +40,6 @@ std::vector<double> parametersOf(const Distribution& distribution,
     return values;
 }
 
-int methodOf(const Distribution& distribution, const std::string& method) {
-    const auto count = static_cast<int64_t>(distribution.methods.size());
-    return static_cast<int>(
-        wholeNumber("--method", method, 0, std::max<int64_t>(count, 1) - 1));
-}
-
-/// Whether the numbers themselves are not wanted.
-bool isDescribed(const Drawing& options) {
-    return options.summary || !options.picture.empty();
-}
-
 /// What one run draws.
 struct Job {
     const Drawing& options;
@@ -66,10 +53,11 @@ struct Job {
 /// The sample in words, in a picture, or both.
 void describe(const Job& job, std::vector<double> sample) {
     std::ranges::sort(sample);
-    const double* parameters = job.parameters.data();
+    const std::string text = summary(sample, job.distribution, job.parameters.data());
     if (!job.options.picture.empty())
-        writePicture(job.options.picture, sample, job.distribution, parameters);
-    if (job.options.summary) writeOut(summary(sample, job.distribution, parameters));
+        writePicture(job.options.picture,
+                     {{"", std::move(sample), job.distribution, job.parameters}});
+    if (job.options.summary) writeOut(text);
 }
 
 template <class T>
@@ -134,9 +122,26 @@ void addDrawingOptions(CLI::App& command, Drawing& drawing) {
     addBinary(command, drawing.binary)->excludes(summary)->excludes(picture);
 }
 
+int64_t countOf(const Drawing& options, int64_t size) {
+    const int64_t least = isDescribed(options) ? 1 : 0;
+    return wholeNumber("--count", options.count, least, mostNumbers / size);
+}
+
+int methodOf(const Distribution& distribution, const std::string& method) {
+    const auto count = static_cast<int64_t>(distribution.methods.size());
+    return static_cast<int>(
+        wholeNumber("--method", method, 0, std::max<int64_t>(count, 1) - 1));
+}
+
+bool isDescribed(const Drawing& options) {
+    return options.summary || !options.picture.empty();
+}
+
 void writeDrawn(const Drawing& options, const std::function<StreamState*()>& open) {
-    const Distribution& distribution =
-        rowNamed("DISTRIBUTION", options.distribution, catalogue::distributions());
+    if (!options.picture.empty()) checkPicture(options.picture);
+    const Distribution& distribution = rowNamed("DISTRIBUTION", options.distribution,
+                                                catalogue::distributionsWithVectors());
+    if (givesVectors(distribution)) return writeVectors(options, distribution, open);
     const bool real = distribution.doubles != nullptr;
     const bool single = isSingle(options.precision);
     if (single && !real)
@@ -145,11 +150,8 @@ void writeDrawn(const Drawing& options, const std::function<StreamState*()>& ope
 
     auto parameters = parametersOf(distribution, options.parameters);
     const int method = methodOf(distribution, options.method);
-    const auto count = wholeNumber("--count", options.count,
-                                   isDescribed(options) ? 1 : 0, greatestCount);
-    if (!options.picture.empty()) checkPicture(options.picture);
-    const Job job{options, distribution, std::move(parameters),
-                  method,  open(),       static_cast<int>(count)};
+    const auto count = static_cast<int>(countOf(options, 1));
+    const Job job{options, distribution, std::move(parameters), method, open(), count};
     if (distribution.words)
         drawWords(job);
     else if (!real)

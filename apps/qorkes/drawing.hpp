@@ -2,6 +2,7 @@
 // stream.
 #pragma once
 
+#include "distributions.hpp"
 #include "stream_source.hpp"
 
 #include <functional>
@@ -24,6 +25,14 @@ struct Drawing {
 /// DISTRIBUTION and PARAMETERS.
 void addDistribution(CLI::App& command, Drawing& drawing);
 void addDrawingOptions(CLI::App& command, Drawing& drawing);
+
+/// How many numbers, or vectors of `size` numbers, are asked for.
+int64_t countOf(const Drawing& drawing, int64_t size);
+
+int methodOf(const catalogue::Distribution& distribution, const std::string& method);
+
+/// Whether the numbers themselves are not wanted.
+bool isDescribed(const Drawing& drawing);
 
 /// Draws from the stream that `open` gives, once all else is known to be right, and
 /// writes the numbers.

@@ -38,7 +38,7 @@ std::string generatorRows() {
 std::string distributionRows() {
     constexpr size_t width = 34;
     std::string text = "\nDistributions: qorkes draw NAME name=value...\n";
-    for (const auto& distribution : catalogue::distributions()) {
+    for (const auto& distribution : catalogue::distributionsWithVectors()) {
         std::string name = distribution.name;
         for (const auto& parameter : distribution.parameters)
             name +=

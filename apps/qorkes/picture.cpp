@@ -58,12 +58,13 @@ std::string point(double x, double y) {
     return shortest(x) + ' ' + (std::isfinite(y) ? shortest(y) : "NaN") + '\n';
 }
 
-std::string title(const Distribution& distribution, const double* parameters) {
-    std::string text = distribution.name;
+std::string titleOf(const Panel& panel) {
+    const Distribution& distribution = panel.distribution;
+    std::string text = panel.caption + distribution.name;
     for (size_t i = 0; i < distribution.parameters.size(); ++i)
         text += std::string(" ") + distribution.parameters[i].name + '=' +
-                shortest(parameters[i]);
-    return text;
+                shortest(panel.parameters[i]);
+    return text + ", " + std::to_string(panel.sample.size()) + " numbers";
 }
 
 /// A curve for a density, points for probabilities of whole numbers.
@@ -85,20 +86,24 @@ std::string exactPoints(const Histogram& histogram, const Distribution& distribu
     return text;
 }
 
-std::string scriptFor(const Histogram& histogram, double n,
-                      const Distribution& distribution, const double* parameters) {
+std::string scriptFor(const Panel& panel) {
+    constexpr int mostBins = 60;
+    const Distribution& distribution = panel.distribution;
+    const double* parameters = panel.parameters.data();
+    const Histogram histogram =
+        histogramOf(panel.sample, distribution, parameters, mostBins);
+    if (histogram.bins.empty())
+        fail("--picture: a histogram needs numbers that differ; ask for more by "
+             "--count");
     const bool isReal = distribution.doubles != nullptr;
-    const double unit = n * histogram.width;
+    const double unit = static_cast<double>(panel.sample.size()) * histogram.width;
     const double middle = (histogram.width - (isReal ? 0 : 1)) / 2;
     std::string bars;
     for (const auto& bin : histogram.bins)
         bars += point(bin.low + middle, bin.count / unit);
 
-    std::string script = "set terminal svg noenhanced size 720,400 font 'sans,12' "
-                         "background 'white'\n"
-                         "set title '" +
-                         title(distribution, parameters) + ", " + shortest(n) +
-                         " numbers'\n"
+    std::string script = "set title '" + titleOf(panel) +
+                         "'\n"
                          "set style fill solid 0.4 border -1\n"
                          "set boxwidth " +
                          shortest(histogram.width * (isReal ? 1 : 0.8)) +
@@ -120,6 +125,16 @@ std::string scriptFor(const Histogram& histogram, double n,
     return script + plot + '\n';
 }
 
+std::string scriptFor(const std::vector<Panel>& panels) {
+    const std::string count = std::to_string(panels.size());
+    std::string script = "set terminal svg noenhanced size 720," + count +
+                         "*400 font 'sans,12' background 'white'\n"
+                         "set multiplot layout " +
+                         count + ",1\n";
+    for (const Panel& panel : panels) script += scriptFor(panel);
+    return script;
+}
+
 } // namespace
 
 void checkPicture(const std::string& path) {
@@ -127,15 +142,8 @@ void checkPicture(const std::string& path) {
         fail("--picture: '" + path + "' must end in .svg, which is what is drawn");
 }
 
-void writePicture(const std::string& path, const std::vector<double>& sample,
-                  const Distribution& distribution, const double* parameters) {
-    constexpr int mostBins = 60;
-    const Histogram histogram = histogramOf(sample, distribution, parameters, mostBins);
-    if (histogram.bins.empty())
-        fail("--picture: a histogram needs numbers that differ; ask for more by "
-             "--count");
-    const std::string picture = plotted(scriptFor(
-        histogram, static_cast<double>(sample.size()), distribution, parameters));
+void writePicture(const std::string& path, const std::vector<Panel>& panels) {
+    const std::string picture = plotted(scriptFor(panels));
     const File file(std::fopen(path.c_str(), "wb"));
     if (!file || !writeWhole(file.get(), picture))
         failHere(path + ": cannot be written");

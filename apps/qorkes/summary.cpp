@@ -21,15 +21,6 @@ catalogue::Moments momentsOf(const std::vector<double>& sample) {
             static_cast<double>(std::sqrt(squares / (n - 1)))};
 }
 
-std::string row(const char* name, double value, const double* exact = nullptr) {
-    char text[96];
-    const int length =
-        exact ? std::snprintf(text, sizeof text, "%-20s %12.6g %12.6g\n", name, value,
-                              *exact)
-              : std::snprintf(text, sizeof text, "%-20s %12.6g\n", name, value);
-    return {text, static_cast<size_t>(length)};
-}
-
 std::string bar(double length, char filling) {
     return std::string(static_cast<size_t>(std::lround(length)), filling);
 }
@@ -68,6 +59,15 @@ std::string histogram(const std::vector<double>& sorted,
 
 } // namespace
 
+std::string summaryRow(const std::string& name, double drawn, const double* exact) {
+    char text[96];
+    const int length =
+        exact ? std::snprintf(text, sizeof text, "%-20s %12.6g %12.6g\n", name.c_str(),
+                              drawn, *exact)
+              : std::snprintf(text, sizeof text, "%-20s %12.6g\n", name.c_str(), drawn);
+    return {text, static_cast<size_t>(length)};
+}
+
 std::string summary(const std::vector<double>& sample, const Distribution& distribution,
                     const double* parameters) {
     const auto drawn = momentsOf(sample);
@@ -80,14 +80,15 @@ std::string summary(const std::vector<double>& sample, const Distribution& distr
     }
     return std::string("                            drawn") +
            (mean ? "        exact\n" : "\n") +
-           row("count", static_cast<double>(sample.size())) +
-           row("mean", drawn.mean, mean) +
-           row("standard deviation", drawn.deviation, deviation) +
-           row("minimum", sample.front()) +
-           row("lower quartile", quantile(sample, 0.25)) +
-           row("median", quantile(sample, 0.5)) +
-           row("upper quartile", quantile(sample, 0.75)) +
-           row("maximum", sample.back()) + histogram(sample, distribution, parameters);
+           summaryRow("count", static_cast<double>(sample.size())) +
+           summaryRow("mean", drawn.mean, mean) +
+           summaryRow("standard deviation", drawn.deviation, deviation) +
+           summaryRow("minimum", sample.front()) +
+           summaryRow("lower quartile", quantile(sample, 0.25)) +
+           summaryRow("median", quantile(sample, 0.5)) +
+           summaryRow("upper quartile", quantile(sample, 0.75)) +
+           summaryRow("maximum", sample.back()) +
+           histogram(sample, distribution, parameters);
 }
 
 } // namespace qorkes

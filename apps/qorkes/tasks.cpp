@@ -86,6 +86,14 @@ Entries shapeOf(const Operand& operand, size_t count, const Entries& stride) {
     return {static_cast<int>((count - 1) / std::abs(int64_t{stride[0]}) + 1)};
 }
 
+/// How many elements an array of this shape has, if they fit into memory.
+size_t countOf(const Entries& shape) {
+    double count = 1;
+    for (const int n : shape) count *= n;
+    if (count > double{mostNumbers}) throw std::bad_alloc();
+    return static_cast<size_t>(count);
+}
+
 /// Walks an array by its strides; element zero of a negative one lies at the far end.
 template <class T>
 std::vector<T> gathered(const std::vector<T>& numbers, const Entries& shape,
@@ -128,9 +136,7 @@ template <class T> Array<T> arrayOf(const Operand& operand) {
              (stride.empty() ? "" : " and " + operand.option("stride")) + " take " +
              shortest(needed));
     // Strides of 0 can repeat what is given more often than there is room for.
-    if (count > static_cast<double>(numbers.max_size())) throw std::bad_alloc();
-    if (!stride.empty())
-        numbers = gathered(numbers, shape, stride, static_cast<size_t>(count));
+    if (!stride.empty()) numbers = gathered(numbers, shape, stride, countOf(shape));
     return {std::move(numbers), shape};
 }
 
@@ -176,10 +182,7 @@ int modeOf(const std::string& name, size_t rank) {
 template <class T>
 std::vector<T> executed(const Options& options, const Array<T>& a, const Array<T>& b,
                         const Part& part) {
-    size_t count = 1;
-    for (const int n : part.count)
-        if (__builtin_mul_overflow(count, size_t(n), &count)) throw std::bad_alloc();
-    std::vector<T> result(count);
+    std::vector<T> result(countOf(part.count));
     const auto rank = static_cast<int>(a.shape.size());
     TaskRecord* task = nullptr;
     int status =

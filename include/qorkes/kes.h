@@ -377,8 +377,10 @@ QORKES_API int __kesiBRngNiederr(StreamState* stream, int n, uint32_t* r);
  *
  * Seed: 250 words and more are the register as they stand, all zeros too. Of fewer the
  * first one counts, 1 standing in for 0 and for no seed: the register is filled by
- * powers of 69069 modulo 2^32 and 32 of its words are made linearly independent. No
- * leapfrog, no skip-ahead. Real numbers are x (b - a) / 2^32 + a; rounding may reach b.
+ * powers of 69069 modulo 2^32 and 32 of its words are made linearly independent. That is
+ * a poor start, which counts of bits show long after; 250 random words are a good one.
+ * No leapfrog, no skip-ahead. Real numbers are x (b - a) / 2^32 + a; rounding may reach
+ * b.
  */
 QORKES_API int __kesBRngR250InitStream(int method, StreamState* stream, int n,
                                        const uint32_t* params);

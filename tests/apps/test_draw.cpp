@@ -129,6 +129,46 @@ TEST(Draw, SummaryShowsExactMomentsAndAHistogram) {
     EXPECT_EQ(draw({"bits", "--count", "1", "--summary"}).size(), 9u);
 }
 
+TEST(Draw, VectorsOfTheLawAskedFor) {
+    // The factor of this matrix has the rows 2, 0 and 3, 4.
+    const Lines vectors = draw({"gaussianmv", "a=1,-5", "covariance=4,6,6,25"});
+    const Lines normal = draw({"gaussian", "--count", "20"});
+    for (size_t i = 0; i < 10; ++i) {
+        const double x = std::stod(normal[2 * i]), y = std::stod(normal[2 * i + 1]);
+        double first, second;
+        std::sscanf(vectors.at(i).c_str(), "%lf,%lf", &first, &second);
+        EXPECT_NEAR(first, 1 + 2 * x, 1e-14);
+        EXPECT_NEAR(second, -5 + 3 * x + 4 * y, 1e-14);
+    }
+    EXPECT_EQ(draw({"gaussianmv", "covariance=9,0,0,9", "--precision", "single"})[9],
+              draw({"gaussianmv", "a=0,0", "covariance=9,0,0,9", "--precision",
+                    "single"})[9]);
+
+    const Lines lines = draw({"gaussianmv", "a=1,-5", "covariance=4,6,6,25", "--count",
+                              "10000", "--summary"});
+    const auto row = [&](const char* name, size_t which) {
+        for (const std::string& line : lines)
+            if (line.starts_with(name) && which-- == 0) return line;
+        return std::string();
+    };
+    EXPECT_NEAR(std::stod(row("mean", 0).substr(20)), 1, 0.1);
+    EXPECT_NEAR(std::stod(row("mean", 1).substr(20)), -5, 0.25);
+    EXPECT_NEAR(std::stod(row("standard", 1).substr(20)), 5, 0.2);
+    EXPECT_NEAR(std::stod(row("correlation 1, 2", 0).substr(20)), 0.6, 0.03);
+    EXPECT_TRUE(row("correlation", 0).ends_with(" 0.6"));
+}
+
+TEST(Draw, NoLawOfVectorsIsRefused) {
+    const std::pair<const char*, const char*> refusals[] = {
+        {"covariance=4,1,2,9", "symmetric"},    {"covariance=1,2,2,1", "definite"},
+        {"covariance=1,2,3", "square"},         {"a=1,inf", "finite"},
+        {"covariance=", "not a finite number"}, {"sigma=1", "a, covariance"}};
+    for (const auto& [setting, word] : refusals)
+        expectRefusal(run({"draw", "gaussianmv", setting}), {word});
+    expectRefusal(run({"draw", "gaussianmv", "a=1", "covariance=1,0,0,1"}), {"square"});
+    expectRefusal(run({"draw", "gaussianmv", "--count", "50000001"}), {"50000000"});
+}
+
 TEST(Draw, PictureShowsNumbersAndTheirLaw) {
     const TemporaryFile file("");
     const std::string picture = file.path + ".svg";
@@ -143,6 +183,7 @@ TEST(Draw, PictureShowsNumbersAndTheirLaw) {
     };
     EXPECT_NE(drawn("gaussian").find(">exact<"), std::string::npos);
     EXPECT_EQ(drawn("bits").find(">exact<"), std::string::npos);
+    EXPECT_NE(drawn("gaussianmv").find("component 2: gaussian"), std::string::npos);
     std::remove(picture.c_str());
 
     setenv("PATH", "/nowhere", 1);

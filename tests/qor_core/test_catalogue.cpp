@@ -9,9 +9,11 @@
 #include <support/samples.hpp>
 #include <support/stack.hpp>
 
+#include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstring>
+#include <span>
 
 using namespace qorkes;
 using namespace qorkes::test;
@@ -202,7 +204,9 @@ TYPED_TEST(Catalogue, CountAndPlaceOfArrays) {
                     kernel(n, a, hasScalar ? all.b.data() : b, y, z);
                     const auto expectBytes = [&](const std::vector<T>& wanted,
                                                  const T* r) {
-                        EXPECT_EQ(std::memcmp(r, wanted.data(), size * sizeof(T)), 0);
+                        EXPECT_TRUE(std::ranges::equal(
+                            std::as_bytes(std::span(r, size)),
+                            std::as_bytes(std::span(wanted.data(), size))));
                     };
                     expectBytes(expected.y, y);
                     if (kernel.hasTwoResults()) expectBytes(expected.z, z);

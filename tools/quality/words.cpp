@@ -1,5 +1,6 @@
-// qorkes-words NAME[:MEMBER]: the numbers of a generator as words of 32 random bits,
-// without an end, on standard output. The seed is 1.
+// qorkes-words NAME[:MEMBER][+SEEDER]: the numbers of a generator as words of 32 random
+// bits, without an end, on standard output. The seed is 1, or as many words as the
+// generator takes, of another generator that is seeded with 1.
 //
 // Generators of 32 bits give their own words. Of fewer bits two elements make a word by
 // their upper 16 bits; of more bits the upper 32 are taken; of several components the
@@ -62,31 +63,49 @@ Words nextBlock(StreamState* stream, const BrngProperties& row) {
     return draw(stream, 1);
 }
 
-/// The identifier of a generator of random numbers, or -1.
-int identifierOf(std::string_view text) {
+/// A stream of the generator of random numbers that the text names, or null.
+StreamState* newStream(std::string_view text, const Words& seeds) {
     const std::size_t colon = text.find(':');
     const int member =
         colon == text.npos ? 0 : std::atoi(std::string(text.substr(colon + 1)).c_str());
+    StreamState* stream = nullptr;
     for (const auto& generator : catalogue::generators())
         if (generator.name == text.substr(0, colon) && generator.dimensions == 0 &&
             member >= 0 && member < generator.members)
-            return generator.identifier + member;
-    return -1;
+            __kesNewStreamEx(&stream, generator.identifier + member,
+                             static_cast<int>(seeds.size()), seeds.data());
+    return stream;
+}
+
+BrngProperties rowOf(const StreamState* stream) {
+    BrngProperties row = {};
+    __kesGetBrngProperties(__kesGetStreamStateBrng(stream), &row);
+    return row;
+}
+
+/// The same by the whole of an argument.
+StreamState* streamOf(std::string_view argument) {
+    const std::size_t plus = argument.find('+');
+    StreamState* stream = newStream(argument.substr(0, plus), {1});
+    if (!stream || plus == argument.npos) return stream;
+    StreamState* seeder = newStream(argument.substr(plus + 1), {1});
+    if (!seeder) return nullptr;
+    Words seeds = nextBlock(seeder, rowOf(seeder));
+    seeds.resize(static_cast<std::size_t>(rowOf(stream).SeedCount));
+    return newStream(argument.substr(0, plus), seeds);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const int brng = argc == 2 ? identifierOf(argv[1]) : -1;
-    BrngProperties row;
-    StreamState* stream = nullptr;
-    const uint32_t seed = 1;
-    if (brng < 0 || __kesGetBrngProperties(brng, &row) < 0 ||
-        __kesNewStreamEx(&stream, brng, 1, &seed) < 0) {
-        std::fputs("usage: qorkes-words NAME[:MEMBER], a generator of random numbers\n",
+    StreamState* stream = argc == 2 ? streamOf(argv[1]) : nullptr;
+    if (!stream) {
+        std::fputs("usage: qorkes-words NAME[:MEMBER][+SEEDER], generators of random "
+                   "numbers\n",
                    stderr);
         return 2;
     }
+    const BrngProperties row = rowOf(stream);
     for (;;) {
         const Words words = nextBlock(stream, row);
         if (std::fwrite(words.data(), sizeof words[0], words.size(), stdout) !=
