@@ -28,10 +28,10 @@ void joinHalves(float* data, int n, const float* w) {
     float* const quarter[4] = {data, data + n / 2, data + n, data + n / 2 * 3};
     for (int k = 0; k < n / 2; k += 8) {
         const auto at = [=](int q) { return load<Layout::split>(quarter[q] + k); };
-        const Lanes turn = load<Layout::split>(w + k);
-        const Lanes a = at(0), b = times<direction>(at(2), turn);
-        const Lanes c = at(1), d = times<direction>(at(3), turn);
-        Lanes plus, minus;
+        const ComplexLanes turn = load<Layout::split>(w + k);
+        const ComplexLanes a = at(0), b = times<direction>(at(2), turn);
+        const ComplexLanes c = at(1), d = times<direction>(at(3), turn);
+        ComplexLanes plus, minus;
         addTurned<direction>(c, d, plus, minus);
         store<layout>(quarter[0] + k, a + b);
         store<layout>(quarter[1] + k, plus);
@@ -71,7 +71,7 @@ void gatherColumns(const float* data, float* buffer, const float* twiddles, int 
                           buffer + 6 * rows};
     const int64_t step = 2 * int64_t{columns};
     for (int p = 0; p < 2 * rows; p += 2, data += step, twiddles += 8) {
-        const Lanes x =
+        const ComplexLanes x =
             times<direction>(load<Layout::split>(data), load<Layout::split>(twiddles));
         const __m128 low = _mm_unpacklo_ps(x.re, x.im);
         const __m128 high = _mm_unpackhi_ps(x.re, x.im);
@@ -86,7 +86,7 @@ void gatherColumns(const float* data, float* buffer, const float* twiddles, int 
 template <Layout from, Layout to>
 void scatterRows(const float* buffer, float* data, int columns, int rows) {
     for (int r = 0; r < rows; r += 4) {
-        Lanes v[4];
+        ComplexLanes v[4];
 #pragma GCC unroll 4
         for (int j = 0; j < 4; ++j) v[j] = load<from>(buffer + 2 * (j * rows + r));
         transpose(v);

@@ -18,9 +18,9 @@ alignas(16) constexpr float eighths[8] = {1.0f, 0.70710683f,  0.0f,  -0.70710683
 static_assert(hasPattern(eighths[1], 0x3F3504F4));
 
 /// Joins four vectors with the residues 0, 2, 1, 3, as bit-reversed data has them.
-template <Direction direction> QORKES_INLINE void butterfly(Lanes (&v)[4]) {
-    const Lanes s0 = v[0] + v[1], d0 = v[0] - v[1];
-    const Lanes s1 = v[2] + v[3], d1 = v[2] - v[3];
+template <Direction direction> QORKES_INLINE void butterfly(ComplexLanes (&v)[4]) {
+    const ComplexLanes s0 = v[0] + v[1], d0 = v[0] - v[1];
+    const ComplexLanes s1 = v[2] + v[3], d1 = v[2] - v[3];
     v[0] = s0 + s1;
     v[2] = s0 - s1;
     addTurned<direction>(d0, d1, v[1], v[3]);
@@ -30,7 +30,7 @@ template <Direction direction> QORKES_INLINE void butterfly(Lanes (&v)[4]) {
 constexpr int groupSize = 24;
 
 template <Direction direction>
-QORKES_INLINE void butterfly(Lanes (&v)[4], const float* w) {
+QORKES_INLINE void butterfly(ComplexLanes (&v)[4], const float* w) {
     v[1] = times<direction>(v[1], load<Layout::split>(w + 8));
     v[2] = times<direction>(v[2], load<Layout::split>(w));
     v[3] = times<direction>(v[3], load<Layout::split>(w + 16));
@@ -41,7 +41,7 @@ QORKES_INLINE void butterfly(Lanes (&v)[4], const float* w) {
 /// neighbour b of group i[k].
 struct Neighbours {
     const float* x;
-    QORKES_INLINE void load(Lanes (&v)[4], const int (&i)[4]) const {
+    QORKES_INLINE void load(ComplexLanes (&v)[4], const int (&i)[4]) const {
 #pragma GCC unroll 2
         for (int b = 0; b < 4; b += 2) {
             const float* const first = x + 2 * b;
@@ -57,7 +57,7 @@ struct Reversed {
     const float* x;
     const int32_t* reversal;
     int quarter; // in floats
-    QORKES_INLINE void load(Lanes (&v)[4], const int (&i)[4]) const {
+    QORKES_INLINE void load(ComplexLanes (&v)[4], const int (&i)[4]) const {
         constexpr int residue[4] = {0, 2, 1, 3};
 #pragma GCC unroll 4
         for (int b = 0; b < 4; ++b) {
@@ -75,17 +75,17 @@ QORKES_INLINE void sixteen(const Source& source, int g, int groups, float* y,
                            const float* w) {
     const int g2 =
         g + (groups > 2 ? 2 : 0); // eight points stand in for the other eight
-    Lanes v[4];
+    ComplexLanes v[4];
     source.load(v, {g, g + 1, g2, g2 + 1});
     butterfly<direction>(v);
     transpose(v);
     if constexpr (even) {
         butterfly<direction>(v, w);
     } else {
-        const Lanes turn = load<Layout::split>(eighths);
+        const ComplexLanes turn = load<Layout::split>(eighths);
 #pragma GCC unroll 2
         for (int octet = 0; octet < 4; octet += 2) {
-            const Lanes a = v[octet], b = times<direction>(v[octet + 1], turn);
+            const ComplexLanes a = v[octet], b = times<direction>(v[octet + 1], turn);
             v[octet] = a + b;
             v[octet + 1] = a - b;
         }
@@ -117,7 +117,7 @@ const float* pass(const float* x, float* y, int n, const float* table) {
         w = table;
         for (const float* const quarter = x + 2 * m; x < quarter;
              x += 8, y += 8, w += groupSize) {
-            Lanes v[4];
+            ComplexLanes v[4];
 #pragma GCC unroll 4
             for (int k = 0; k < 4; ++k) v[k] = load<Layout::split>(x + 2 * k * m);
             butterfly<direction>(v, w);

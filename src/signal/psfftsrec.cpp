@@ -13,12 +13,12 @@ using namespace qorkes;
 namespace {
 
 /// Four numbers downwards, the last one first.
-QORKES_INLINE Lanes loadDown(const float* x) {
+QORKES_INLINE ComplexLanes loadDown(const float* x) {
     const __m128 low = _mm_loadu_ps(x), high = _mm_loadu_ps(x + 4);
     return {_mm_shuffle_ps(high, low, _MM_SHUFFLE(0, 2, 0, 2)),
             _mm_shuffle_ps(high, low, _MM_SHUFFLE(1, 3, 1, 3))};
 }
-QORKES_INLINE void storeDown(float* x, Lanes v) {
+QORKES_INLINE void storeDown(float* x, ComplexLanes v) {
     const __m128 re = _mm_shuffle_ps(v.re, v.re, _MM_SHUFFLE(0, 1, 2, 3));
     const __m128 im = _mm_shuffle_ps(v.im, v.im, _MM_SHUFFLE(0, 1, 2, 3));
     store<Layout::pairs>(x, {re, im});
@@ -30,7 +30,7 @@ QORKES_INLINE void inMirroredGroups(const float* x, float* y, int n, const float
                                     Step step) {
     for (int k = 1; k < n / 2; k += 4, table += 8) {
         const int up = 2 * k, down = 2 * (n - k - 3);
-        Lanes p = load<Layout::pairs>(x + up), q = loadDown(x + down);
+        ComplexLanes p = load<Layout::pairs>(x + up), q = loadDown(x + down);
         step(p, q, _mm_load_ps(table), _mm_load_ps(table + 4));
         store<Layout::pairs>(y + up, p);
         storeDown(y + down, q);
@@ -38,28 +38,30 @@ QORKES_INLINE void inMirroredGroups(const float* x, float* y, int n, const float
 }
 
 template <bool mirrored> void toReal(float* x, int n, const float* table) {
-    inMirroredGroups(x, x, n, table, [](Lanes& p, Lanes& q, __m128 t, __m128 u) {
-        if constexpr (mirrored) u = _mm_sub_ps(_mm_set1_ps(1.0f), u);
-        const __m128 dr = _mm_sub_ps(p.re, q.re), si = _mm_add_ps(p.im, q.im);
-        const __m128 P = _mm_add_ps(_mm_mul_ps(u, dr), _mm_mul_ps(t, si));
-        const __m128 Q = _mm_sub_ps(_mm_mul_ps(u, si), _mm_mul_ps(t, dr));
-        const Lanes up = {_mm_add_ps(q.re, P), _mm_sub_ps(Q, q.im)};
-        q = {_mm_sub_ps(p.re, P), _mm_sub_ps(Q, p.im)};
-        p = up;
-    });
+    inMirroredGroups(
+        x, x, n, table, [](ComplexLanes& p, ComplexLanes& q, __m128 t, __m128 u) {
+            if constexpr (mirrored) u = _mm_sub_ps(_mm_set1_ps(1.0f), u);
+            const __m128 dr = _mm_sub_ps(p.re, q.re), si = _mm_add_ps(p.im, q.im);
+            const __m128 P = _mm_add_ps(_mm_mul_ps(u, dr), _mm_mul_ps(t, si));
+            const __m128 Q = _mm_sub_ps(_mm_mul_ps(u, si), _mm_mul_ps(t, dr));
+            const ComplexLanes up = {_mm_add_ps(q.re, P), _mm_sub_ps(Q, q.im)};
+            q = {_mm_sub_ps(p.re, P), _mm_sub_ps(Q, p.im)};
+            p = up;
+        });
 }
 
 template <bool mirrored>
 void toComplex(const float* x, float* y, int n, const float* table) {
-    inMirroredGroups(x, y, n, table, [](Lanes& p, Lanes& q, __m128 t, __m128 u) {
-        if constexpr (mirrored) u = _mm_xor_ps(u, _mm_set1_ps(-0.0f));
-        const __m128 dr = _mm_sub_ps(p.re, q.re), si = _mm_add_ps(p.im, q.im);
-        const __m128 sr = _mm_add_ps(p.re, q.re), di = _mm_sub_ps(p.im, q.im);
-        const __m128 P = _mm_sub_ps(_mm_mul_ps(u, dr), _mm_mul_ps(t, si));
-        const __m128 R = _mm_add_ps(_mm_mul_ps(t, dr), _mm_mul_ps(u, si));
-        p = {_mm_add_ps(sr, P), _mm_add_ps(di, R)};
-        q = {_mm_sub_ps(sr, P), _mm_sub_ps(R, di)};
-    });
+    inMirroredGroups(
+        x, y, n, table, [](ComplexLanes& p, ComplexLanes& q, __m128 t, __m128 u) {
+            if constexpr (mirrored) u = _mm_xor_ps(u, _mm_set1_ps(-0.0f));
+            const __m128 dr = _mm_sub_ps(p.re, q.re), si = _mm_add_ps(p.im, q.im);
+            const __m128 sr = _mm_add_ps(p.re, q.re), di = _mm_sub_ps(p.im, q.im);
+            const __m128 P = _mm_sub_ps(_mm_mul_ps(u, dr), _mm_mul_ps(t, si));
+            const __m128 R = _mm_add_ps(_mm_mul_ps(t, dr), _mm_mul_ps(u, si));
+            p = {_mm_add_ps(sr, P), _mm_add_ps(di, R)};
+            q = {_mm_sub_ps(sr, P), _mm_sub_ps(R, di)};
+        });
 }
 
 } // namespace

@@ -27,9 +27,9 @@ void ownps_Mpy2_32fc(const float* x, float* y, int count) {
                              times<Direction::forward>(load<Layout::pairs>(x + k),
                                                        load<Layout::pairs>(y + k)));
     for (; k < 2 * count; k += 2) {
-        const Lanes a = gather(x + k, x + k, x + k, x + k);
-        const Lanes b = gather(y + k, y + k, y + k, y + k);
-        const Lanes product = times<Direction::forward>(a, b);
+        const ComplexLanes a = gather(x + k, x + k, x + k, x + k);
+        const ComplexLanes b = gather(y + k, y + k, y + k, y + k);
+        const ComplexLanes product = times<Direction::forward>(a, b);
         _mm_storel_pi(reinterpret_cast<__m64*>(y + k),
                       _mm_unpacklo_ps(product.re, product.im));
     }

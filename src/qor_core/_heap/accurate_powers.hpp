@@ -53,11 +53,11 @@ QORKES_INLINE uint32_t biasedExponent(uint32_t high) { return (high + 0x80400) >
 
 /// r = m R - R0 in two parts, and their rounded sum. `upper` is the mantissa with its
 /// low 27 bits cleared.
-struct Reduced {
+struct ReducedMantissa {
     ext upper, lower, r;
 };
-QORKES_INLINE Reduced reduced(const PowLogRow& row, ext mantissa, ext upper) {
-    Reduced x;
+QORKES_INLINE ReducedMantissa reduced(const PowLogRow& row, ext mantissa, ext upper) {
+    ReducedMantissa x;
     x.upper = upper * row.recip - leadingReciprocal;
     x.lower = (mantissa - upper) * row.recip;
     x.r = x.upper + x.lower;
@@ -72,7 +72,7 @@ QORKES_INLINE ext higherTerms(ext r) {
 
 QORKES_INLINE Log2 log2Of(const PowLogRow& row, ext mantissa, ext upper, ext k) {
     const double(&c)[7] = logPolynomial;
-    const Reduced x = reduced(row, mantissa, upper);
+    const ReducedMantissa x = reduced(row, mantissa, upper);
     const ext q = ((higherTerms(x.r) + c[1]) * x.r + c[0]) * x.r;
     const ext lead = k + row.logHi;
     const float high = round32(lead + (x.r + q));
@@ -84,7 +84,7 @@ QORKES_INLINE Log2 log2Of(const PowLogRow& row, ext mantissa, ext upper, ext k) 
 QORKES_INLINE Log2 refinedLog2Of(const PowLogRow& row, ext mantissa, ext upper, ext k) {
     constexpr ext coefficient = -0.34375L;
     constexpr double restOfCoefficient = -0x1.721a334a083bbp-9;
-    const Reduced x = reduced(row, mantissa, upper);
+    const ReducedMantissa x = reduced(row, mantissa, upper);
     const float head = round32(x.r);
     const ext square = ext{head} * head * coefficient;
     const ext q =

@@ -19,7 +19,7 @@
 
 namespace qorkes {
 
-struct Lanes {
+struct LaneResults {
     __m128 first, second;
 };
 
@@ -73,7 +73,7 @@ QORKES_INLINE void evaluateBlock(int i, int end, const float* a, float* y, float
     for (int k = 0; i + k < end; k += 4) {
         if (isDone[k / 4]) [[unlikely]]
             continue;
-        const Lanes results =
+        const LaneResults results =
             Kernel::evaluate(_mm_load_ps(r + k), _mm_load_ps(counts + k));
         _mm_storeu_ps(y + i + k, results.first);
         if (Kernel::hasSecond) _mm_storeu_ps(z + i + k, results.second);
@@ -88,7 +88,7 @@ QORKES_INLINE void evaluateOne(int i, const float* a, float* y, float* z) {
     alignas(16) float lanes[4], counts[4], r[4];
     _mm_store_ps(lanes, x);
     reduceLanes<Kernel>(lanes, counts, r);
-    const Lanes results = Kernel::evaluate(_mm_load_ps(r), _mm_load_ps(counts));
+    const LaneResults results = Kernel::evaluate(_mm_load_ps(r), _mm_load_ps(counts));
     _mm_store_ss(y + i, results.first);
     if (Kernel::hasSecond) _mm_store_ss(z + i, results.second);
 }

@@ -10,7 +10,7 @@ constexpr float singleInversePi = 0x1.45f306p-2f; // 0.31830987
 static_assert(singleInversePi == 0.31830987f);
 
 /// sin(r) with the sign of its half turn.
-QORKES_INLINE Lanes waveLanes(__m128 r, __m128 halfTurns) {
+QORKES_INLINE LaneResults waveLanes(__m128 r, __m128 halfTurns) {
     const __m128 r2 = _mm_mul_ps(r, r);
     const __m128 p = polynomial(r2, 1.0f, -0x1.55554ap-3f, 0x1.110ee6p-7f,
                                 -0x1.9f75e2p-13f, 0x1.5e0a32p-19f);

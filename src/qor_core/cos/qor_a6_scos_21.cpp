@@ -25,7 +25,7 @@ struct Cosine {
             nearestInteger(_mm_mul_ps(shifted, _mm_set1_ps(singleInversePi)));
         return _mm_sub_ps(halfTurns, _mm_set1_ps(0.5f));
     }
-    QORKES_INLINE static Lanes evaluate(__m128 r, __m128 counts) {
+    QORKES_INLINE static LaneResults evaluate(__m128 r, __m128 counts) {
         return waveLanes(r, _mm_add_ps(counts, _mm_set1_ps(0.5f)));
     }
     static void scalarCode(int i, const float* a, float* y, float*) {

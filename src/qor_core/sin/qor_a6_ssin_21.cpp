@@ -18,7 +18,7 @@ struct Sine {
     QORKES_INLINE static __m128 counts(__m128 x) {
         return nearestInteger(_mm_mul_ps(x, _mm_set1_ps(singleInversePi)));
     }
-    QORKES_INLINE static Lanes evaluate(__m128 r, __m128 counts) {
+    QORKES_INLINE static LaneResults evaluate(__m128 r, __m128 counts) {
         return waveLanes(r, counts);
     }
     static void scalarCode(int i, const float* a, float* y, float*) {

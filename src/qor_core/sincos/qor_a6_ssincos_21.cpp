@@ -37,7 +37,7 @@ struct SineAndCosine {
     static constexpr bool skipsSmall = true, hasSecond = true;
 
     QORKES_INLINE static __m128 counts(__m128 x) { return quarterTurns(x); }
-    QORKES_INLINE static Lanes evaluate(__m128 r, __m128 counts) {
+    QORKES_INLINE static LaneResults evaluate(__m128 r, __m128 counts) {
         const __m128 r2 = _mm_mul_ps(r, r);
         const __m128 s = sineOf(r, r2), c = cosineOf(r2);
         const __m128 odd = areOdd(counts);

@@ -22,7 +22,7 @@ struct Tangent {
     static constexpr bool skipsSmall = true, hasSecond = false;
 
     QORKES_INLINE static __m128 counts(__m128 x) { return quarterTurns(x); }
-    QORKES_INLINE static Lanes evaluate(__m128 r, __m128 counts) {
+    QORKES_INLINE static LaneResults evaluate(__m128 r, __m128 counts) {
         const __m128 r2 = _mm_mul_ps(r, r);
         const __m128 u = _mm_mul_ps(r, polynomial(r2, 1.0f, tangentA));
         const __m128 v = polynomial(r2, 1.0f, tangentB1, tangentB2);
