@@ -248,8 +248,7 @@ QORKES_API int __kesiBRngMCG31M1(StreamState* stream, int n, uint32_t* r);
  *
  * Seed: low word and high word, the latter taken modulo 2^27; 1 stands in for 0 and for
  * no seed. An even seed stands as it is: its trailing zero bits stay for ever. Leapfrog
- * as for MCG31M1. Real numbers are x (b - a) / 2^59 + a, rounded once; a float may be
- * rounded up to b.
+ * as for MCG31M1. Real numbers are x (b - a) / 2^59 + a, rounded once, which may reach b.
  */
 QORKES_API int __kesBRngMCG59InitStream(int method, StreamState* stream, int n,
                                         const uint32_t* params);
@@ -449,8 +448,8 @@ QORKES_API int __kesiBRngSobol(StreamState* stream, int n, uint32_t* r);
  *
  * Integer elements are the four components, a word of 24 bits each, before the step.
  * Real numbers are u (b - a) + a with u the fraction of s[1] / m[1] + ... + s[4] / m[4]
- * and b - a rounded to double. Where rounding that sum to double makes it an integer, u
- * is a hair below 0; rounding may reach b.
+ * and b - a rounded to double. Where rounding that sum to double takes it up to an
+ * integer, u is a hair below 0; rounding may reach b.
  */
 #define KesWHMembers 273
 
@@ -470,11 +469,14 @@ QORKES_API int __kesiBRngWH(StreamState* stream, int n, uint32_t* r);
  *
  * A file holds one stream: 16 bytes of header ("RNG", version 0, sizes, identifier),
  * the generator's state byte for byte, and the chunks, so that distributions go on
- * where they were too. Little-endian, without padding.
+ * where they were too. Little-endian, without padding. Words of a state that its
+ * generator never writes (unused directions of Sobol and Niederreiter) go into the file
+ * as memory held them.
  */
 
 /* Writes the stream to a file, over one that is there. The name ends in a zero if
- * length is below 0; else it is that many bytes. KesStatusNoMemory, KesStatusFileOpen,
+ * length is below 0; else it is that many bytes. KesStatusInvalidBrng, of a stream that
+ * no row of the registry is for, KesStatusNoMemory, KesStatusFileOpen,
  * KesStatusFileWrite (part of the file stays; also for a block of size 0) or
  * KesStatusFileClose. */
 QORKES_API int __kesSaveStreamF(const StreamState* stream, const char* name,
@@ -594,8 +596,9 @@ QORKES_API int _kesiRngBernoulli(int method, StreamState* stream, int n, int32_t
  * if the other one is no 1.
  *
  * If a draw fails, r holds the variates so far, in [0, 1], and may hold uniforms behind
- * them. Shapes that are so small that both powers always underflow, and illegal ones,
- * would never give a variate: after 2^20 attempts in vain the rest of r becomes NaN.
+ * them. Shapes so small that both powers underflow always or nearly so (1e-9 and less),
+ * and illegal ones, give no variate: after 2^20 attempts in vain the rest of r becomes
+ * NaN.
  */
 QORKES_API int _kesdRngBeta(int method, StreamState* stream, int n, double* r, double p,
                             double q, double a, double beta);

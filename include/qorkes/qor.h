@@ -13,9 +13,10 @@
  *
  * Arguments: n of 0 and below does nothing. Pointers are not tested. Arrays need no
  * alignment. The result array may be an argument array; arrays may not overlap in any
- * other way. The caller's x87 control word and MXCSR are back on return, and results
- * do not depend on them except where a function says so. MXCSR's denormals-are-zero,
- * which came after this processor level, is left as it is and does what it says.
+ * other way. The caller's x87 control word and the controls in MXCSR are back on
+ * return, and results do not depend on them except where a function says so. Exception
+ * flags that arithmetic raises may stay. MXCSR's denormals-are-zero, which came after
+ * this processor level, is left as it is and does what it says.
  *
  * A special element gets its defined result and a report (below); the kernel then goes
  * on with the next one. Kernels are reentrant.
@@ -31,11 +32,13 @@
  * by a kernel), a mode word and an error callback. A report
  *   1. stores its code in the status word;
  *   2. ends there, if the mode's error byte is exactly QorModeErrIgnore;
- *   3. calls the callback, if the mode has QorModeErrCallback and one is set. An answer
- *      other than 0 ends the report and leaves the result array as it is;
- *   4. runs the standard handlers that the mode names: errno, text on stderr, exception
- *      flag of the x87 unit;
- *   5. stores the record's results in the result arrays: a callback may change them.
+ *   3. calls the callback, if the mode has QorModeErrCallback (any of the bits 0xF000)
+ *      and one is set. An answer other than 0 ends the report and leaves the result
+ *      array as it is;
+ *   4. runs the standard handlers that the mode names: errno (EFAULT for a code that
+ *      is none of those below), text on stderr, exception flag of the x87 unit;
+ *   5. stores the record's results in the result arrays, since a callback may change
+ *      them; for QOR_STATUS_BADSIZE and QOR_STATUS_BADMEM there are none.
  */
 
 #define QOR_STATUS_OK        0
@@ -157,8 +160,9 @@ QORKES_API float _qorssqrt_scalar(float x);
 
 /* ---- InvSqrt: y = 1 / sqrt(a) ------------------------------------------------------
  *
- * As Sqrt. A float group of eight with any element that is no positive normal number
- * is computed by root and division at the caller's x87 precision and rounding.
+ * As Sqrt. A float group of eight with any element that is no positive normal number,
+ * and such an element behind the last group, is computed by root and division at the
+ * caller's x87 precision and rounding.
  *
  *   +-0                   infinity of the same sign   QOR_STATUS_SING
  *   +infinity             +0
@@ -302,17 +306,19 @@ QORKES_API void _qorsPowx_11(int n, const float* a, float b, float* y);
 
 /* ---- Sin: y = sin(a), a in radians -------------------------------------------------
  *
- * The nearest multiple of pi is taken off, in parts whose products with its count are
- * exact (Cody and Waite, "Software manual for the elementary functions", 1980), and
- * what is left goes through an odd polynomial: in double one for each of 65 pieces at
- * 64 bits on the x87 unit, in float one for all. Far arguments, infinities and NaNs go
- * to the scalar code (below), and their whole group of four with them: doubles from
- * 128000 up, floats above 500000, _21 above 1000000.
+ * The nearest multiple of pi is taken off, in parts of which all but the last have exact
+ * products with its count (Cody and Waite, "Software manual for the elementary
+ * functions", 1980), and what is left goes through an odd polynomial: in double one for
+ * each of 65 pieces at 64 bits on the x87 unit, in float one for all. Far arguments,
+ * infinities and NaNs go to the scalar code (below), and their whole group of four with
+ * them: doubles from 128000 up, floats above 500000, _21 above 1000000.
  *
  *   +-0           the argument
- *   +-infinity    the default NaN   QOR_STATUS_ERRDOM, as "dSin_HA", "sSin_HA",
- * "sSin_LA" NaN           float: the NaN, quiet; double: the default NaN,
- * QOR_STATUS_ERRDOM if its high word is 0x7FF00000 or 0xFFF00000
+ *   +-infinity    the default NaN   QOR_STATUS_ERRDOM
+ *   NaN           float: the NaN, quiet; double: the default NaN, QOR_STATUS_ERRDOM if
+ *                 its high word is 0x7FF00000 or 0xFFF00000
+ *
+ * They are reported as "dSin_HA", "sSin_HA" and "sSin_LA".
  *
  * The double kernels of Sin and Cos reinitialise the x87 unit before they hand a group
  * over: its exception flags are lost.

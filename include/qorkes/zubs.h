@@ -10,7 +10,8 @@
  * Names: zubs, the operation, the element: 8u bytes, 32f floats, 64f doubles, 32fc and
  * 64fc complex numbers as pairs of real and imaginary part. Every operation whose
  * result is a status tests its arguments in the order told here and writes nothing when
- * a test fails. Arrays need the alignment of their elements alone, 4 bytes for doubles.
+ * a test fails. Arrays need the alignment of their elements alone, 4 bytes for doubles;
+ * tables of the float transforms that a caller makes stand on 16 bytes.
  * Nothing here keeps state: calls on different arrays may run in parallel.
  */
 #ifndef QORKES_ZUBS_H
@@ -129,10 +130,11 @@ QORKES_API int zubsMulPerm_32f_I(const float* src, float* srcDst, int len);
  *     dst[k] = sum over i of src1[i] src2[k - i]
  *
  * and must not overlap the sources. The lengths alone choose the way, L being the
- * longer and S the shorter one: results of fewer than 256 elements and S below 32 are
- * summed directly; else L below 3 S takes one transform of everything and any other L
- * overlap-save blocks of at least 4 S points (Stockham, 1966). The direct sum rounds
- * each output after each product, in the order of S.
+ * longer and S the shorter one: results of fewer than 256 elements are summed directly,
+ * and so is an S below 32; else L below 3 S takes one transform of everything, and any
+ * other L overlap-save blocks of at least 4 S points (Stockham, 1966). The direct sum
+ * rounds each output after each product, in the order of S from block to block of 4096
+ * outputs. A float sum leaves out products with elements that there are none of.
  *
  * Plans and work arrays live for the call alone. dst may be partly written when
  * overlap-save fails. Tests: NULL, then a length below 1; ZubStatusMemoryError.

@@ -3,8 +3,10 @@
 // one, the name says `quick`.
 #pragma once
 
-#include <common/abi.hpp>
+#include <common/bits.hpp>
 #include <qorkes/qor.h>
+
+#include <algorithm>
 
 namespace qorkes {
 
@@ -17,6 +19,18 @@ QORKES_INLINE void exponential(int n, const float* a, float* y) {
 
 QORKES_INLINE void logarithm(int n, const double* a, double* y) { _qordLn_HA(n, a, y); }
 QORKES_INLINE void logarithm(int n, const float* a, float* y) { _qorsLn_HA(n, a, y); }
+
+/// The logarithms that a call for each would give; y may be a. Of a pair with a number
+/// that is not positive and normal, the float kernel takes the other one another way.
+QORKES_INLINE void singleLogarithms(int n, const double* a, double* y) {
+    logarithm(n, a, y);
+}
+QORKES_INLINE void singleLogarithms(int n, const float* a, float* y) {
+    const bool areOrdinary = std::all_of(
+        a, a + n, [](const float& x) { return isPositiveNormalFloat(bitsOf(x)); });
+    if (areOrdinary) return logarithm(n, a, y);
+    for (int i = 0; i < n; ++i) logarithm(1, a + i, y + i);
+}
 
 QORKES_INLINE void squareRoot(int n, const double* a, double* y) {
     _qordSqrt_HA(n, a, y);

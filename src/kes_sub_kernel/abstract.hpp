@@ -82,12 +82,14 @@ QORKES_INLINE int drawAbstract(StreamState* stream, int n, Element* r,
     // for callers that keep their stack to 4 bytes.
     alignas(16) int nmin;
     const auto take = [&](int count) {
-        const int upToEnd = std::min(count, size - index);
-        deliver(r, buffer + index, upToEnd);
-        deliver(r + upToEnd, buffer, count - upToEnd);
-        r += count;
-        index = (index + count) % size;
         free += count;
+        while (count > 0) {
+            const int upToEnd = std::min(count, size - index);
+            deliver(r, buffer + index, upToEnd);
+            r += upToEnd;
+            count -= upToEnd;
+            index = (index + upToEnd) % size;
+        }
     };
 
     const int unread = size - free;

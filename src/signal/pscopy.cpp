@@ -137,8 +137,8 @@ char* ownsZero_8u_A6(char* d, size_t n) {
 template <class Round>
 QORKES_INLINE void copyInRounds(const char* s, char* d, size_t n, Round round) {
     if (n >= 64) {
-        move<16>(s, d);
         const size_t head = missingTo(16, d);
+        moveRest(s, d, head);
         s += head;
         d += head;
         n -= head;

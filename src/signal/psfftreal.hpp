@@ -52,7 +52,7 @@ template <class T> bool setNorm(FftCtxOf<T>& plan, int flag) {
         return true;
     case ZubFftDivBySqrtN:
         plan.fwdNorm = plan.invNorm = 1;
-        store(plan.normFactor, 1 / ext{std::sqrt(points)});
+        store(plan.normFactor, 1 / ext{round64(squareRoot(points))});
         return true;
     default:
         return flag == ZubFftNoDiv;

@@ -37,7 +37,15 @@ QORKES_INLINE void inMirroredGroups(const float* x, float* y, int n, const float
     }
 }
 
+/// The number at n / 2 is its own mirror image. It is a part of the last group, but
+/// what is stated for it alone goes no way round by sums that may overflow.
+struct Middle {
+    float re, im;
+    Middle(const float* x, int n) : re(x[n]), im(x[n + 1]) {}
+};
+
 template <bool mirrored> void toReal(float* x, int n, const float* table) {
+    const Middle middle(x, n);
     inMirroredGroups(
         x, x, n, table, [](ComplexLanes& p, ComplexLanes& q, __m128 t, __m128 u) {
             if constexpr (mirrored) u = _mm_sub_ps(_mm_set1_ps(1.0f), u);
@@ -48,10 +56,13 @@ template <bool mirrored> void toReal(float* x, int n, const float* table) {
             q = {_mm_sub_ps(p.re, P), _mm_sub_ps(Q, p.im)};
             p = up;
         });
+    x[n] = middle.re;
+    x[n + 1] = mirrored ? middle.im : -middle.im;
 }
 
 template <bool mirrored>
 void toComplex(const float* x, float* y, int n, const float* table) {
+    const Middle middle(x, n);
     inMirroredGroups(
         x, y, n, table, [](ComplexLanes& p, ComplexLanes& q, __m128 t, __m128 u) {
             if constexpr (mirrored) u = _mm_xor_ps(u, _mm_set1_ps(-0.0f));
@@ -62,6 +73,8 @@ void toComplex(const float* x, float* y, int n, const float* table) {
             p = {_mm_add_ps(sr, P), _mm_add_ps(di, R)};
             q = {_mm_sub_ps(sr, P), _mm_sub_ps(R, di)};
         });
+    y[n] = round32(2 * ext{middle.re});
+    y[n + 1] = round32((mirrored ? 2 : -2) * ext{middle.im});
 }
 
 } // namespace

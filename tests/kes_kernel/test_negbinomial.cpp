@@ -87,7 +87,7 @@ constexpr Negbinomial others[] = {
     {301, 0.75, false}, {1000, 0.9, false}, {40.5, 0.001, false}, {7.5, 1, true}};
 
 TEST(Negbinomial, AgreesWithItsRecomputation) {
-    expectAgreement(laws, 0x2C5D50D976ACACDD);
+    expectAgreement(laws, 0x141EF493B3EB5FA2);
     expectAgreement(others, 0x351DB5E8849A7A1E);
 }
 

@@ -192,6 +192,17 @@ TEST(AbstractStream, UpdateChangesTheArithmeticOfItsDraw) {
     EXPECT_EQ(countsOf(owner), (Counts{8, 5, 3}));
 }
 
+TEST(AbstractStream, MoreNumbersThanTheBufferHasGoRoundIt) {
+    const auto boasting = [](StreamState*, int*, uint32_t* to, int*, int* nmax, int*) {
+        for (uint32_t i = 0; i < size; ++i) to[i] = i;
+        return *nmax = 20;
+    };
+    StreamState* stream = nullptr;
+    ASSERT_EQ(__kesiNewAbstractStream(&stream, size, buffer, boasting), KesStatusOk);
+    EXPECT_EQ(take<uint32_t>(Stream(stream), 20),
+              (Words{0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3}));
+}
+
 TEST(AbstractStream, OverlappingDrawGoesElementByElement) {
     const Stream stream = scripted({8});
     EXPECT_EQ(draw(stream, 5, buffer + 1), KesStatusOk);

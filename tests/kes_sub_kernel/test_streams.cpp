@@ -174,6 +174,22 @@ TEST(Stream, StateCopyTellsRowsNotNumberings) {
     EXPECT_EQ(take<uint32_t>(other, 1)[0], take<uint32_t>(first, 1)[0]);
 }
 
+TEST(Stream, WordsThatNoSeedLeadsToAreUnsigned) {
+    const auto firstOf = [](int brng) {
+        const Stream source = newStream(KesBrngMCG59, {0xF0000000, 5});
+        const Stream stream = newStream(brng, {});
+        EXPECT_EQ(__kesCopyStreamState(stream.get(), source.get()),
+                  KesStatusBrngsIncompatible);
+        const double first = take<double>(copyOf(stream), 1)[0];
+        return std::pair(first, take<float>(stream, 1)[0]);
+    };
+    const auto mcg = firstOf(KesBrngMCG31M1), wh = firstOf(KesBrngWH);
+    EXPECT_DOUBLE_EQ(mcg.first, 1.8750000008731149);
+    EXPECT_EQ(mcg.second, 1.875f);
+    EXPECT_DOUBLE_EQ(wh.first, 0.094007523979503099);
+    EXPECT_FLOAT_EQ(wh.second, 0.0940075240f);
+}
+
 TEST(Stream, ChunksAreAListWithTheNewestFirst) {
     const Stream stream = newStream(KesBrngMCG31M1, {});
     void* const blocks[3] = {std::malloc(8), std::malloc(16), std::malloc(8)};

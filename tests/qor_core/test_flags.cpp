@@ -13,12 +13,13 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double quiet = std::numeric_limits<double>::quiet_NaN();
 
-/// By its pattern, which the unit does not see before the kernel.
+/// By its pattern, which the unit does not see before the kernel. That a denormal
+/// result was loaded again says something of the compiler alone.
 unsigned flagsOf(const char* kernel, uint64_t pattern) {
     double x, y;
     setBits(x, pattern);
     const Reports unreported;
-    return flagsRaised([&] { kernelNamed<double>(kernel)(1, &x, &y); });
+    return flagsRaised([&] { kernelNamed<double>(kernel)(1, &x, &y); }) & ~denormalFlag;
 }
 
 TEST(Flags, OfSingleArguments) {

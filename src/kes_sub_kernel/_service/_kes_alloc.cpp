@@ -18,8 +18,7 @@ int __kesAllocateStream(StreamState** stream, const BrngRecord* table, int brng,
     const int status = __kesIsBrngValid(table, row, offset);
     if (status < 0) return status;
     const auto size = static_cast<std::size_t>(table[row].StateSize);
-    // Cleared: what a generator leaves unused goes into files as zeros.
-    auto* record = static_cast<StreamState*>(std::calloc(1, size));
+    auto* record = static_cast<StreamState*>(std::malloc(size));
     *stream = record;
     if (!record) return KesStatusNoMemory;
     record->BrngId = brng;

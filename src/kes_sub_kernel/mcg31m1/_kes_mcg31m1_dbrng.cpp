@@ -11,8 +11,11 @@ int __kesdBRngMCG31M1(StreamState* stream, int n, double* r, double a, double b)
     auto& state = stateOf<Mcg31m1State>(stream);
     const ext scale = round64(rangeScale(a, b, stepOfMcg31m1));
     const ext shift = a;
+    const uint32_t first = state.Value;
     state.Value = runTwoChains(state, n, [=](int i, uint32_t x) {
         r[i] = round64(static_cast<int32_t>(x) * scale + shift);
     });
+    // A word that a copy or a file brought in may be any.
+    if (n > 0) r[0] = round64(wordAsNumber(first) * scale + shift);
     return KesStatusOk;
 }

@@ -11,9 +11,14 @@ int __kessBRngMCG31M1(StreamState* stream, int n, float* r, float a, float b) {
     const __m128 shift = _mm_set_ss(a);
     const float width = _mm_cvtss_f32(_mm_sub_ss(_mm_set_ss(b), shift));
     const __m128 scale = _mm_set_ss(round32(ext{width} * stepOfMcg31m1));
+    const auto deliver = [=](float& y, __m128 number) {
+        _mm_store_ss(&y, _mm_add_ss(_mm_mul_ss(number, scale), shift));
+    };
+    const uint32_t first = state.Value;
     state.Value = runTwoChains(state, n, [=](int i, uint32_t x) {
-        const __m128 number = _mm_cvt_si2ss(_mm_setzero_ps(), static_cast<int32_t>(x));
-        _mm_store_ss(r + i, _mm_add_ss(_mm_mul_ss(number, scale), shift));
+        deliver(r[i], _mm_cvt_si2ss(_mm_setzero_ps(), static_cast<int32_t>(x)));
     });
+    // A word that a copy or a file brought in may be any.
+    if (n > 0) deliver(r[0], _mm_set_ss(round32(wordAsNumber(first))));
     return KesStatusOk;
 }

@@ -35,28 +35,43 @@ QORKES_INLINE int32_t integerPart(const double& x) {
     return static_cast<int32_t>(mantissa >> (31 - ((high - one) >> exponentBits)));
 }
 
-/// The fraction of the sum of s / m, as a number of the range. Its integer part is that
+/// The fraction of the sum of s / m, by the words as numbers. Its integer part is that
 /// of the sum rounded to double, so that the fraction may be a hair below 0.
+template <class AsNumber>
+QORKES_INLINE ext fractionOf(const uint32_t* s, const double* reciprocals,
+                             AsNumber&& asNumber) {
+    ext sum = asNumber(s[3]) * ext{reciprocals[3]};
+    for (int j = 2; j >= 0; --j) sum += asNumber(s[j]) * ext{reciprocals[j]};
+    const double rounded = round64(sum);
+    return sum - integerPart(rounded);
+}
+
+/// Numbers of the range.
 template <class Real>
 QORKES_INLINE int drawWh(StreamState* stream, int n, Real* r, Real a, Real b) {
     constexpr int most = 128;
     uint32_t words[most * componentsOfWh];
     const double* reciprocals = _kesdWH_IM_Tab + tablePlaceOf(stream);
     const ext width = round64(ext{b} - a), shift = a;
+    // Words that a copy or a file brought in may be any.
+    const auto whole = [](const uint32_t& word) { return wordAsNumber(word); };
+    const ext first = fractionOf(stateOf<WhState>(stream).Value, reciprocals, whole);
+    Real* const start = r;
+    if (n < 1) return KesStatusOk;
     while (n > 0) {
         const int count = std::min(n, most);
         __kesiBRngWH(stream, count, words);
         for (int i = 0; i < count; ++i) {
             const uint32_t* s = words + componentsOfWh * i;
-            ext sum = static_cast<int32_t>(s[3]) * ext{reciprocals[3]};
-            for (int j = 2; j >= 0; --j)
-                sum += static_cast<int32_t>(s[j]) * ext{reciprocals[j]};
-            const double rounded = round64(sum);
-            store(r[i], (sum - integerPart(rounded)) * width + shift);
+            const ext fraction = fractionOf(s, reciprocals, [](uint32_t word) {
+                return ext{static_cast<int32_t>(word)};
+            });
+            store(r[i], fraction * width + shift);
         }
         r += count;
         n -= count;
     }
+    store(*start, first * width + shift);
     return KesStatusOk;
 }
 

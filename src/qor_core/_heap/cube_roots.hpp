@@ -1,8 +1,8 @@
 // x^(-1/3) of doubles without division or logarithm. The exponent is divided by three
-// with a multiplication, and the power of two with a whole root is left out; of what
-// remains, in [1/4, 2), the inverse root comes from a quadratic on each of 384 pieces
-// (2.6e-9) and one Newton step at 64-bit precision. Two kernels stand on it, each with
-// its own copy of the table.
+// with a multiplication. The inverse root of the mantissa comes from a quadratic on
+// each of 128 pieces (2.6e-9) and one Newton step at 64-bit precision; the remainder of
+// the exponent brings a constant. The power of two with a whole root is left out. Two
+// kernels stand on it, each with its own copy of the table.
 #pragma once
 
 #include <common/pattern.hpp>
@@ -15,25 +15,23 @@ struct alignas(32) CubeRow {
     double c0, c1, c2;
 };
 
-/// For each remainder of the exponent 128 rows by the top seven bits of the fraction.
-/// The arrays hold the quadratics for [1, 2) and the inverse roots of 1/4, 1/2 and 1,
-/// which become factors of the coefficients.
+/// Rows by the top seven bits of the fraction, and the inverse roots of 1/4, 1/2 and 1.
 struct CubeTable {
-    CubeRow rows[384];
+    CubeRow rows[128];
+    struct alignas(16) Remainder {
+        ext constant;
+    } remainder[3];
 
     constexpr CubeTable(const double (&c0)[128], const double (&c1)[128],
-                        const double (&c2)[128], const ext (&remainder)[3])
-        : rows{} {
-        for (int i = 0; i < 384; ++i) {
-            const int t = i % 128, k = i / 128;
-            const ext unit = 4 >> k;
-            rows[i] = {static_cast<double>(c0[t] * remainder[k]),
-                       static_cast<double>(c1[t] * remainder[k] * unit),
-                       static_cast<double>(c2[t] * remainder[k] * unit * unit)};
-        }
+                        const double (&c2)[128], const ext (&constants)[3])
+        : rows{}, remainder{{constants[0]}, {constants[1]}, {constants[2]}} {
+        for (int t = 0; t < 128; ++t) rows[t] = {c0[t], c1[t], c2[t]};
     }
-    QORKES_INLINE const CubeRow& of(uint32_t high, uint32_t third) const {
-        return rows[(high >> 13 & 0x7F) | (third >> 9 & 0x180)];
+    QORKES_INLINE const CubeRow& rowOf(uint32_t high) const {
+        return rows[high >> 13 & 0x7F];
+    }
+    QORKES_INLINE const ext& remainderOf(uint32_t third) const {
+        return remainder[third >> 16 & 3].constant;
     }
 };
 
@@ -48,7 +46,13 @@ QORKES_INLINE uint32_t cubeRootExponent(uint32_t third) {
     return (third & 0xFFF00000) - 0x15400000;
 }
 
-/// A normal number as the steps see it: `mantissa` is what remains, without the sign.
+/// What the number in [1/4, 2) that remains is to the mantissa in [1, 2), as an addend
+/// for a high word.
+QORKES_INLINE uint32_t exponentOfRemainder(uint32_t third) {
+    return ((third & 0x30000) << 4) - 0x00200000;
+}
+
+/// A normal number as the steps see it: `mantissa` is in [1, 2), without the sign.
 struct CubeArgument {
     ext mantissa;
     uint32_t high, third;
@@ -61,10 +65,11 @@ struct CubeConstants {
 
 QORKES_INLINE ext inverseCubeRoot(const CubeTable& table, const CubeArgument& x,
                                   const CubeConstants& c) {
-    const CubeRow& row = table.of(x.high, x.third);
+    const CubeRow& row = table.rowOf(x.high);
     const ext m = x.mantissa;
     const ext p = (row.c2 * m + row.c1) * m + row.c0;
-    return p * (c.fourThirds + c.minusThird * m * p * p * p);
+    return p * (c.fourThirds + c.minusThird * m * p * p * p) *
+           table.remainderOf(x.third);
 }
 
 /// The parts of two arguments, the mantissas in one aligned store, from which the x87
@@ -74,32 +79,14 @@ struct alignas(16) CubeArgumentPair {
     uint32_t third[2];
 };
 
-/// The exponents of two mantissas, found by the remainders of both.
-struct CubeExponents {
-    alignas(16) uint32_t words[11][4];
-
-    constexpr CubeExponents() : words{} {
-        for (uint32_t i = 0; i < 11; ++i) {
-            words[i][1] = 0x3FD00000 + ((i & 3) << 20);
-            words[i][3] = 0x3FD00000 + (i >> 2 << 20);
-        }
-    }
-    QORKES_INLINE __m128 of(uint32_t first, uint32_t second) const {
-        const auto& pattern = words[(first >> 16 & 3) | (second >> 14 & 12)];
-        return _mm_load_ps(reinterpret_cast<const float*>(pattern));
-    }
-};
-
 QORKES_INLINE CubeArgumentPair cubeArgumentPair(const double* a) {
-    static constexpr DoublePattern fraction{0xFFFFF, 0xFFFFFFFF};
-    static constexpr CubeExponents exponents;
+    static constexpr DoublePattern fraction{0xFFFFF, 0xFFFFFFFF}, one{0x3FF00000, 0};
     CubeArgumentPair pair;
     pair.third[0] = thirdOfExponent(highWord(a[0]));
     pair.third[1] = thirdOfExponent(highWord(a[1]));
     const __m128 x = _mm_loadu_ps(reinterpret_cast<const float*>(a));
     _mm_store_ps(reinterpret_cast<float*>(pair.mantissa),
-                 _mm_or_ps(_mm_and_ps(x, fraction.load()),
-                           exponents.of(pair.third[0], pair.third[1])));
+                 _mm_or_ps(_mm_and_ps(x, fraction.load()), one.load()));
     asm("" : "+m"(pair.mantissa));
     return pair;
 }
@@ -113,8 +100,7 @@ QORKES_INLINE CubeArgument cubeArgument(const CubeArgumentPair& pair, int k,
 QORKES_INLINE CubeArgument cubeArgument(const double& x) {
     const uint32_t high = highWord(x), third = thirdOfExponent(high);
     double mantissa;
-    setWords(mantissa, (high & 0xFFFFF) | (0x3FD00000 + ((third & 0x30000) << 4)),
-             lowWord(x));
+    setWords(mantissa, (high & 0xFFFFF) | 0x3FF00000, lowWord(x));
     return {mantissa, high, third};
 }
 

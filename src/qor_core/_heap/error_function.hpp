@@ -61,12 +61,13 @@ QORKES_INLINE ext seriesErf(ext x) {
     const ext square = x * x, cube = square * x;
     const ext q =
         (((erfC7 * square + erfC6) * square + erfC5) * square + erfC4) * square + erfC3;
-    const ext first = high * erfAHigh; // exact
-    const ext second = cube * erfBHigh;
+    const ext cubeHigh = round32(cube);
+    const ext first = high * erfAHigh, second = cubeHigh * erfBHigh; // exact
     const ext sum = first + second;
     const ext lost = second - (sum - first);
-    return sum + (lost + ((x - high) * erfAHigh + x * erfALow + cube * erfBLow +
-                          cube * square * q));
+    return sum +
+           (lost + ((x - high) * erfAHigh + x * erfALow + (cube - cubeHigh) * erfBHigh +
+                    cube * erfBLow + cube * square * q));
 }
 
 /// What the rows do not serve.

@@ -25,7 +25,7 @@ template <Wave wave, auto scalarCode> struct FloatWaveKernel : FloatLimit<500000
     QORKES_INLINE static ext reduce(const Argument& halfTurns, const float& x) {
         return reducedByHalfTurns<wave>(x, halfTurns);
     }
-    QORKES_INLINE static void store(ext r, Argument halfTurns, float* y) {
+    QORKES_INLINE static void store(ext r, Argument halfTurns, const float&, float* y) {
         const double* c = inRegister(waveCoefficients);
         storeFlipped(*y, polynomial<5>(c, r * r) * r,
                      static_cast<uint32_t>(halfTurns) << 31);

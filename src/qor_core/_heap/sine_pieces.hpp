@@ -12,19 +12,17 @@ namespace qorkes {
 constexpr double piecesPerRadian = 0x1.436720cee34f2p+5; // 127/pi
 static_assert(piecesPerRadian == 40.42535554534142);
 
-/// The five tables by rows: the coefficients of sin(r) / r in powers of r^2, from the
-/// first, which is 1.
+/// The five tables by rows: sin(r) / r from its term in r^2 on.
 struct SinePieces {
-    double rows[65][6];
+    double rows[65][5];
 
     constexpr SinePieces() : rows{} {
         for (int i = 0; i < 65; ++i) {
-            rows[i][0] = 1.0;
-            rows[i][1] = sinPieceT0[i];
-            rows[i][2] = sinPieceT1[i];
-            rows[i][3] = sinPieceT2[i];
-            rows[i][4] = sinPieceT3[i];
-            rows[i][5] = sinPieceT4[i];
+            rows[i][0] = sinPieceT0[i];
+            rows[i][1] = sinPieceT1[i];
+            rows[i][2] = sinPieceT2[i];
+            rows[i][3] = sinPieceT3[i];
+            rows[i][4] = sinPieceT4[i];
         }
     }
 };
@@ -46,12 +44,13 @@ template <Wave wave, auto scalarCode> struct WaveKernel : DoubleLimit {
         return r;
     }
 
-    /// The last step is a product, which keeps the sign of a zero, where a sum would
-    /// lose it.
-    QORKES_INLINE void store(ext r, const Argument& argument, double* y) const {
+    QORKES_INLINE void store(ext r, const Argument& argument, const double& x,
+                             double* y) const {
         const double* c = pieces->rows[__builtin_abs(argument.piece)];
-        storeFlipped(*y, polynomial<6>(c, r * r) * r,
-                     static_cast<uint32_t>(argument.halfTurns) << 31);
+        const uint32_t zero = wave == Wave::sine ? signOfZero(x) : 0;
+        const ext r2 = r * r;
+        storeFlipped(*y, r * r2 * polynomial<5>(c, r2) + r,
+                     static_cast<uint32_t>(argument.halfTurns) << 31 ^ zero);
     }
 
     /// The x87 unit is reinitialised before: its exception flags are lost, and the rest

@@ -58,8 +58,7 @@ template <class Root> QORKES_COLD void storeDenormalRoot(float& y, const float& 
     const uint32_t high = highWord(scaled);
     double mantissa;
     setWords(mantissa, (high & 0xFFFFF) | 0x3FF00000, lowWord(scaled));
-    // The top bits of the same number as a float.
-    const uint32_t bits = ((high & magnitudeBits) - 0x38000000) << 3;
+    const uint32_t bits = bitsOf(round32(scaled)) & magnitudeBits;
     const double power = Root::power(bits, Root::scaledRemainder);
     const ext root = quadraticAt(mantissa, Root::table.rowOf(bits)) * power;
     y = round32(high & signBit ? -root : root);

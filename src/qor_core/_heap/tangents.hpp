@@ -7,10 +7,14 @@
 //     Slot                   what numerators and denominators are kept in
 //     isOrdinary(x), areOrdinary(x)   one of the limits
 //     coefficients           of the two polynomials
+//     numerator(A, r, r2)    u
+//     lostSign(x)            the sign bit of a zero where u loses it
 //     scalarCode(i, a, y)
 #pragma once
 
 #include <qor_core/_heap/trig_groups.hpp>
+
+#include <iterator>
 
 namespace qorkes {
 
@@ -31,19 +35,8 @@ QORKES_INLINE ext valueOf(const WideSlot& slot) {
 QORKES_INLINE void fill(double& slot, ext x) { slot = round64(x); }
 QORKES_INLINE ext valueOf(const double& slot) { return loadedHere(slot); }
 
-/// tan(r) = r A(r^2) / B(r^2)
+/// The coefficients of both polynomials in r^2.
 template <int n, int m> struct TangentCoefficients { double A[n], B[m]; };
-
-/// The product with r comes last, which keeps the sign of a zero, where a sum would
-/// lose it.
-template <int n, int m>
-QORKES_INLINE void tangentPolynomials(const TangentCoefficients<n, m>& coefficients,
-                                      ext r, ext& u, ext& v) {
-    const auto& k = *inRegister(&coefficients);
-    const ext r2 = r * r;
-    u = polynomial<n>(k.A, r2) * r;
-    v = polynomial<m>(k.B, r2);
-}
 
 /// u and v have changed places, if they have to, by where they were stored: the
 /// processor could not guess a branch.
@@ -58,15 +51,17 @@ template <class Kernel>
 QORKES_INLINE void setQuotient(Quotient<typename Kernel::Slot>& q, ext r,
                                int32_t count) {
     const int odd = count & 1;
-    ext u, v;
-    tangentPolynomials(Kernel::coefficients, r, u, v);
-    fill(q.slots[odd], u);
-    fill(q.slots[1 - odd], v);
+    const auto& k = *inRegister(&Kernel::coefficients);
+    const ext r2 = r * r;
+    fill(q.slots[odd], Kernel::numerator(k.A, r, r2));
+    fill(q.slots[1 - odd], polynomial<std::size(Kernel::coefficients.B)>(k.B, r2));
 }
 
-/// The sign of -v / u goes into the stored quotient.
-template <class T> QORKES_INLINE void storeTangent(T& y, ext quotient, int32_t count) {
-    storeFlipped(y, quotient, static_cast<uint32_t>(count) << 31);
+/// The sign of -v / u goes into the stored quotient, and that of a zero.
+template <class Kernel, class T>
+QORKES_INLINE void storeTangent(T& y, ext quotient, int32_t count, const T& x) {
+    const uint32_t zero = Kernel::lostSign(x);
+    storeFlipped(y, quotient, static_cast<uint32_t>(count) << 31 ^ zero);
 }
 
 template <class Kernel, class T>
@@ -76,7 +71,7 @@ QORKES_NOINLINE void tangentOfOne(int i, const T* a, T* y) {
     countQuarterTurns(count, a[i]);
     Quotient<typename Kernel::Slot> q;
     setQuotient<Kernel>(q, reducedByQuarterTurns(a[i], count), count);
-    storeTangent(y[i], q.numerator() / q.denominator(), count);
+    storeTangent<Kernel>(y[i], q.numerator() / q.denominator(), count, a[i]);
 }
 
 template <class Kernel, class T> QORKES_COLD void oneByOne(int i, const T* a, T* y) {
@@ -111,11 +106,15 @@ QORKES_INLINE void tangentsOfFour(int i, const T* a, T* y) {
         return oneByOne<Kernel>(i, a, y);
     const ext inverse = 1.0L / product;
     const ext of01 = d23 * inverse;
-    storeTangent(y[i], q[0].numerator() * q[1].denominator() * of01, count[0]);
-    storeTangent(y[i + 1], q[1].numerator() * q[0].denominator() * of01, count[1]);
+    storeTangent<Kernel>(y[i], q[0].numerator() * q[1].denominator() * of01, count[0],
+                         x[0]);
+    storeTangent<Kernel>(y[i + 1], q[1].numerator() * q[0].denominator() * of01,
+                         count[1], x[1]);
     const ext of23 = d01 * inverse;
-    storeTangent(y[i + 2], q[2].numerator() * q[3].denominator() * of23, count[2]);
-    storeTangent(y[i + 3], q[3].numerator() * q[2].denominator() * of23, count[3]);
+    storeTangent<Kernel>(y[i + 2], q[2].numerator() * q[3].denominator() * of23,
+                         count[2], x[2]);
+    storeTangent<Kernel>(y[i + 3], q[3].numerator() * q[2].denominator() * of23,
+                         count[3], x[3]);
 }
 
 template <class Kernel, class T = typename Kernel::Element>

@@ -30,6 +30,14 @@ QORKES_INLINE void storeFlipped(float& y, ext value, uint32_t flip) {
     setBits(y, bitsOf(y) ^ (flip & signBit));
 }
 
+/// The sign bit of a zero, 0 for other numbers. Sums lose it: with an odd function it
+/// is flipped in the stored result, before which it has to be asked for, since y may be
+/// a.
+QORKES_INLINE uint32_t signOfZero(const double& x) {
+    return isZero(x) ? highWord(x) : 0;
+}
+QORKES_INLINE uint32_t signOfZero(const float& x) { return isZero(x) ? bitsOf(x) : 0; }
+
 // ---- Limits -------------------------------------------------------------------------
 
 /// High word of 128000.0, where all double kernels hand over. Infinities and NaNs lie
@@ -149,7 +157,7 @@ QORKES_INLINE ext reducedByHalfTurns(const T& x, const int32_t& count) {
 /// one of the limits above, and
 ///     count(argument, x)       how often its step goes into x
 ///     reduce(argument, x)      what is left
-///     store(r, argument, y...)
+///     store(r, argument, x, y...)
 ///     handOver(i, count, a, y...)  to the scalar code
 template <class Kernel, class T, class... Y>
 QORKES_INLINE void evaluateFour(const Kernel& kernel, int i, const T* a, Y*... y) {
@@ -165,10 +173,10 @@ QORKES_INLINE void evaluateFour(const Kernel& kernel, int i, const T* a, Y*... y
     const ext r1 = kernel.reduce(argument[1], x[1]);
     const ext r2 = kernel.reduce(argument[2], x[2]);
     const ext r3 = kernel.reduce(argument[3], x[3]);
-    kernel.store(r3, argument[3], y + i + 3 ...);
-    kernel.store(r2, argument[2], y + i + 2 ...);
-    kernel.store(r1, argument[1], y + i + 1 ...);
-    kernel.store(r0, argument[0], y + i...);
+    kernel.store(r3, argument[3], x[3], y + i + 3 ...);
+    kernel.store(r2, argument[2], x[2], y + i + 2 ...);
+    kernel.store(r1, argument[1], x[1], y + i + 1 ...);
+    kernel.store(r0, argument[0], x[0], y + i...);
 }
 
 template <class Kernel, class T, class... Y>
@@ -178,7 +186,7 @@ QORKES_INLINE void evaluateOne(const Kernel& kernel, int i, const T* a, Y*... y)
     typename Kernel::Argument argument;
     kernel.count(argument, a[i]);
     const ext r = kernel.reduce(argument, a[i]);
-    kernel.store(r, argument, y + i...);
+    kernel.store(r, argument, a[i], y + i...);
 }
 
 template <class Kernel, class T, class... Y>

@@ -1,8 +1,9 @@
 // _qordCbrt_HA: y = a^(1/3) in double precision, largest error 0.69 ulp.
 //
-// With a = m 8^q and m in [1/4, 2), without its sign: p = m^(-1/3) from a table of
-// quadratics (2.6e-9) and one Newton step at 64-bit precision, y = p p m, rounded once;
-// the power of two and the sign are put into the stored result.
+// With a = m 2^k and m in [1, 2), without its sign: m^(-1/3) from a table of quadratics
+// (2.6e-9) and one Newton step at 64-bit precision; with the constant of k's remainder
+// by three it is p, and y = p p m, rounded once. Powers of two and the sign are put
+// into the stored result.
 //
 //   +-0, +-infinity   the argument
 //   NaN               the same NaN, quiet
@@ -20,7 +21,8 @@ QORKES_INLINE void storeRoot(double& y, const CubeTable& table, const CubeArgume
                              const CubeConstants& constants) {
     const ext p = inverseCubeRoot(table, x, constants);
     y = round64(p * p * x.mantissa);
-    addToHighWord(y, (x.high & signBit) + cubeRootExponent(x.third));
+    addToHighWord(y, (x.high & signBit) + cubeRootExponent(x.third) +
+                         exponentOfRemainder(x.third));
 }
 
 QORKES_COLD void _qordCbrtScalar(int i, const double* a, double* y) {

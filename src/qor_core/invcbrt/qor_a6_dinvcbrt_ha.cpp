@@ -1,8 +1,8 @@
 // _qordInvCbrt_HA: y = a^(-1/3) in double precision, largest error 0.62 ulp.
 //
-// With a = m 8^q and m in [1/4, 2), without its sign: m^(-1/3) from a table of
-// quadratics (2.6e-9) and one Newton step at 64-bit precision, rounded once; the power
-// of two and the sign are put into the stored result.
+// With a = m 2^k and m in [1, 2), without its sign: m^(-1/3) from a table of quadratics
+// (2.6e-9) and one Newton step at 64-bit precision, times the constant of k's remainder
+// by three, rounded once; the power of two and the sign are put into the stored result.
 //
 //   +-0           the infinity of the same sign, status 2
 //   +-infinity    the zero of the same sign

@@ -56,11 +56,14 @@ QORKES_INLINE ext log2ByTable(uint32_t high, const double& rest) {
 /// then j3, j2 and j1.
 struct Exponent {
     double steps, rest;
+    double excess; // of a rest that has more than 53 bits
 };
 QORKES_INLINE Exponent takenApart(ext exponent) {
     Exponent parts;
     parts.steps = round64(exponent + stepShifter);
-    parts.rest = round64(exponent - (ext{parts.steps} - stepShifter));
+    const ext rest = exponent - (ext{parts.steps} - stepShifter);
+    parts.rest = round64(rest);
+    parts.excess = round64(rest - loadedHere(parts.rest));
     return parts;
 }
 
@@ -68,7 +71,7 @@ QORKES_INLINE Exponent takenApart(ext exponent) {
 QORKES_INLINE ext mantissaOf(const Exponent& exponent) {
     const double(&c)[3] = expPolynomial;
     const uint32_t w = lowWord(exponent.steps);
-    const ext r = exponent.rest;
+    const ext r = ext{exponent.rest} + exponent.excess;
     const ext p = ((c[2] * r + c[1]) * r + c[0]) * r + 1.0L;
     return p * fineRows.at(w << 4 & 0xF0) * midRows.at(w & 0x1F0) *
            coarseRows.at(w >> 5 & 0x1F0);

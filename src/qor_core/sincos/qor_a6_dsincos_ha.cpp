@@ -47,16 +47,15 @@ struct Kernel : DoubleLimit {
         return r;
     }
 
-    /// The last step of the sine is a product, which keeps the sign of a zero, where a
-    /// sum would lose it.
-    QORKES_INLINE void store(ext r, const Argument& argument, double* y,
-                             double* z) const {
+    QORKES_INLINE void store(ext r, const Argument& argument, const double& x,
+                             double* y, double* z) const {
         const SinCosPiece& row = pieces->rows[__builtin_abs(argument.piece)];
         const auto turns = static_cast<uint32_t>(argument.quarterTurns);
         const uint32_t odd = turns & 1;
+        const uint32_t zero = signOfZero(x);
         const ext r2 = r * r;
-        const ext s = polynomial<4>(row.sine, r2) * r2 + 1.0L;
-        storeFlipped(odd ? *z : *y, s * r, (turns + odd) << 30);
+        const ext s = r * r2 * polynomial<4>(row.sine, r2) + r;
+        storeFlipped(odd ? *z : *y, s, (turns + odd) << 30 ^ zero);
         const ext c = (polynomial<4>(row.cosine, r2) * r2 - 0.5L) * r2 + 1.0L;
         storeFlipped(odd ? *y : *z, c, (turns - odd) << 30);
     }

@@ -12,18 +12,17 @@ using namespace qorkes;
 
 namespace {
 
-/// sin(r) / r in powers of r^2, and cos(r) from the term in r^4 on.
+/// sin(r) / r from its term in r^2 on, and cos(r) from that in r^4 on.
 constexpr struct {
-    double sine[4], cosine[3];
+    double sine[3], cosine[3];
     double half, one;
-} coefficients = {
-    {1.0, -0x1.55554527af340p-3, 0x1.11073afce563fp-7, -0x1.9943e0fbea90ap-13},
-    {0x1.55554a115b568p-5, -0x1.6c0c33a81bd97p-10, 0x1.99eb9c49f772ep-16},
-    0.5,
-    1.0};
-static_assert(coefficients.sine[1] == -0.16666654612881793 &&
-              coefficients.sine[2] == 0.008332160761521766 &&
-              coefficients.sine[3] == -0.00019515283190447318);
+} coefficients = {{-0x1.55554527af340p-3, 0x1.11073afce563fp-7, -0x1.9943e0fbea90ap-13},
+                  {0x1.55554a115b568p-5, -0x1.6c0c33a81bd97p-10, 0x1.99eb9c49f772ep-16},
+                  0.5,
+                  1.0};
+static_assert(coefficients.sine[0] == -0.16666654612881793 &&
+              coefficients.sine[1] == 0.008332160761521766 &&
+              coefficients.sine[2] == -0.00019515283190447318);
 static_assert(coefficients.cosine[0] == 0.04166664568297557 &&
               coefficients.cosine[1] == -0.0013887316254360454 &&
               coefficients.cosine[2] == 2.443315705834904e-05);
@@ -38,15 +37,15 @@ struct Kernel : FloatLimit<1000000> {
         return reducedByQuarterTurns(x, quarterTurns);
     }
 
-    /// The last step of the sine is a product, which keeps the sign of a zero, where a
-    /// sum would lose it.
-    QORKES_INLINE static void store(ext r, Argument quarterTurns, float* y, float* z) {
+    QORKES_INLINE static void store(ext r, Argument quarterTurns, const float& x,
+                                    float* y, float* z) {
         const auto turns = static_cast<uint32_t>(quarterTurns);
         const uint32_t odd = turns & 1;
+        const uint32_t zero = signOfZero(x);
         const ext r2 = r * r;
         const auto& k = *inRegister(&coefficients);
-        const ext s = polynomial<4>(k.sine, r2);
-        storeFlipped(odd ? *z : *y, s * r, (turns + odd) << 30);
+        const ext s = r * r2 * polynomial<3>(k.sine, r2) + r;
+        storeFlipped(odd ? *z : *y, s, (turns + odd) << 30 ^ zero);
         const ext c = k.one - (r2 * k.half - r2 * r2 * polynomial<3>(k.cosine, r2));
         storeFlipped(odd ? *y : *z, c, (turns - odd) << 30);
     }

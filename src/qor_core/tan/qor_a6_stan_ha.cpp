@@ -22,6 +22,10 @@ struct Tangent : FloatLimit<128000> {
     using Slot = double; // which holds all of 53 bits
     static constexpr const auto& coefficients = tangentCoefficients;
 
+    QORKES_INLINE static ext numerator(const double* A, ext r, ext r2) {
+        return polynomial<2>(A, r2) * r;
+    }
+    QORKES_INLINE static uint32_t lostSign(const float&) { return 0; }
     static void scalarCode(int i, const float* a, float* y) {
         _qorsTan_SC_HA(i, a, y, nullptr);
     }

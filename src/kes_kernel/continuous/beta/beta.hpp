@@ -105,7 +105,7 @@ int bySwitching(StreamState* stream, int n, T* r, const Envelope<T>& envelope) {
                 store(ratio[k], (1.0L - s.end - s.sign * candidate) / s.width);
                 store(x[k], candidate);
             }
-            logarithm(count, ratio, ratio);
+            singleLogarithms(count, ratio, ratio);
         },
         [&](int k) { return piece[k]->ratioExponent * ratio[k] + L[k] <= 0; });
 }
@@ -142,7 +142,7 @@ template <class T> int _Cheng(StreamState* stream, int n, T* r, T p, T q) {
         [&](int count, T* u, T*) {
             for (int k = 0; k < count; ++k)
                 store(odds[k], u[2 * k] / (1.0L - u[2 * k]));
-            logarithm(count, odds, odds);
+            singleLogarithms(count, odds, odds);
             for (int k = 0; k < count; ++k) store(power[k], ext{b} * odds[k]);
             exponential(count, power, power);
             for (int k = 0; k < count; ++k) {

@@ -177,7 +177,7 @@ template <class T> int _EPDTransform(StreamState* stream, int n, T* r, T alpha) 
                 store(above[m], (1.0L - x[k]) * ia);
                 m += !(x[k] <= b);
             }
-            logarithm(m, above, above);
+            singleLogarithms(m, above, above);
             negate(m, above);
             for (int j = 0; j < m; ++j) {
                 y[places[j]] = above[j];

@@ -186,8 +186,8 @@ void build(Envelope& e, const Folded& lot) {
     e.inverseRightRate = round64(1 / ext{e.rightRate});
     ext up = 1, down = 1;
     for (int i = 0; i < reach; ++i) {
-        e.up[i] = round64(up = timesUp(lot, up, mode + i));
-        e.down[i] = round64(down = timesDown(lot, down, mode - i));
+        e.up[i] = round64(up *= timesUp(lot, 1, mode + i));
+        e.down[i] = round64(down *= timesDown(lot, 1, mode - i));
     }
 }
 

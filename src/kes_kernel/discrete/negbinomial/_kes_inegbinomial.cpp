@@ -151,7 +151,7 @@ void buildRatios(Envelope& e, const Law& law, int32_t mode) {
     for (int i = 0; i < reach; ++i) {
         const ext x = mode + (i + 1);
         up *= (law.less + x) * law.q / x;
-        down = timesDown(law, down, mode - i);
+        down *= timesDown(law, 1, mode - i);
         e.up[i] = round64(up);
         e.down[i] = round64(down);
     }
