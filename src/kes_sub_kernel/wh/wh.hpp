@@ -46,32 +46,30 @@ QORKES_INLINE ext fractionOf(const uint32_t* s, const double* reciprocals,
     return sum - integerPart(rounded);
 }
 
-/// Numbers of the range.
+/// Numbers of the range. Words that a copy or a file brought in may be any: the first
+/// ones are taken as unsigned, and a step reduces them.
 template <class Real>
 QORKES_INLINE int drawWh(StreamState* stream, int n, Real* r, Real a, Real b) {
     constexpr int most = 128;
     uint32_t words[most * componentsOfWh];
     const double* reciprocals = _kesdWH_IM_Tab + tablePlaceOf(stream);
     const ext width = round64(ext{b} - a), shift = a;
-    // Words that a copy or a file brought in may be any.
-    const auto whole = [](const uint32_t& word) { return wordAsNumber(word); };
-    const ext first = fractionOf(stateOf<WhState>(stream).Value, reciprocals, whole);
-    Real* const start = r;
+    const auto deliver = [&](Real& y, const uint32_t* s, auto asNumber) {
+        store(y, fractionOf(s, reciprocals, asNumber) * width + shift);
+    };
     if (n < 1) return KesStatusOk;
-    while (n > 0) {
+    __kesiBRngWH(stream, 1, words);
+    deliver(*r, words, [](const uint32_t& word) { return wordAsNumber(word); });
+    for (++r, --n; n > 0;) {
         const int count = std::min(n, most);
         __kesiBRngWH(stream, count, words);
-        for (int i = 0; i < count; ++i) {
-            const uint32_t* s = words + componentsOfWh * i;
-            const ext fraction = fractionOf(s, reciprocals, [](uint32_t word) {
+        for (int i = 0; i < count; ++i)
+            deliver(r[i], words + componentsOfWh * i, [](const uint32_t& word) {
                 return ext{static_cast<int32_t>(word)};
             });
-            store(r[i], fraction * width + shift);
-        }
         r += count;
         n -= count;
     }
-    store(*start, first * width + shift);
     return KesStatusOk;
 }
 
