@@ -65,7 +65,7 @@ QORKES_INLINE int drawWh(StreamState* stream, int n, Real* r, Real a, Real b) {
         __kesiBRngWH(stream, count, words);
         for (int i = 0; i < count; ++i)
             deliver(r[i], words + componentsOfWh * i, [](const uint32_t& word) {
-                return ext{static_cast<int32_t>(word)};
+                return static_cast<ext>(static_cast<int32_t>(word));
             });
         r += count;
         n -= count;
