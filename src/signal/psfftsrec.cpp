@@ -37,8 +37,9 @@ QORKES_INLINE void inMirroredGroups(const float* x, float* y, int n, const float
     }
 }
 
-/// The number at n / 2 is its own mirror image. It is a part of the last group, but
-/// what is stated for it alone goes no way round by sums that may overflow.
+/// The number at n / 2, which is its own mirror image. It is a part of the last group,
+/// whose sums may overflow on the way to what is no more than it or twice it, and is
+/// stored again behind that.
 struct Middle {
     float re, im;
     Middle(const float* x, int n) : re(x[n]), im(x[n + 1]) {}
